@@ -1,0 +1,209 @@
+#include "frame/regional.h"
+
+#include "frame/platform.h"
+#include "frame/raised_error.h"
+
+#include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace Zontara {
+
+namespace {
+
+constexpr std::int32_t kTwoDigitYearTurn = 30;
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+void AppendPadded(std::string& text, std::int32_t number, std::size_t width) {
+    const std::string digits = std::to_string(number);
+    if (digits.size() < width) text.append(width - digits.size(), '0');
+    text += digits;
+}
+
+/// A group of digits of a date's or a time's text.
+struct Part {
+    std::int32_t number = 0;
+    std::size_t digits = 0;
+};
+
+/// The digits at the head of the text, at most four of them; taken off it.
+std::optional<Part> TakePart(std::string_view& text) {
+    Part part;
+    while (!text.empty() && IsDigit(text.front()) && part.digits < 5) {
+        part.number = part.number * 10 + (text.front() - '0');
+        ++part.digits;
+        text.remove_prefix(1);
+    }
+    if (part.digits == 0 || part.digits > 4) return std::nullopt;
+    return part;
+}
+
+bool TakeOneOf(std::string_view& text, std::string_view characters) {
+    if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+std::string_view Trimmed(std::string_view text) {
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
+}
+
+/// "8:05" or "08:05:30"; an empty text is midnight.
+std::optional<TimeOfDay> ReadTime(std::string_view text) {
+    TimeOfDay time;
+    if (text.empty()) return time;
+    const std::array<std::int32_t*, 3> fields{&time.hour, &time.minute, &time.second};
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const std::optional<Part> part = TakePart(text);
+        if (!part || part->digits > 2) return std::nullopt;
+        *fields[i] = part->number;
+        if (text.empty()) {
+            if (i == 0) return std::nullopt;
+            break;
+        }
+        if (i == 2 || !TakeOneOf(text, ":")) return std::nullopt;
+    }
+    if (time.hour > 23 || time.minute > 59 || time.second > 59) return std::nullopt;
+    return time;
+}
+
+std::optional<std::int32_t> YearIn(Part part) {
+    if (part.digits == 4) return part.number;
+    if (part.digits > 2) return std::nullopt;
+    return part.number + (part.number < kTwoDigitYearTurn ? 2000 : 1900);
+}
+
+std::optional<Date> Day(Part year, Part month, Part day) {
+    const std::optional<std::int32_t> fullYear = YearIn(year);
+    if (!fullYear || month.digits > 2 || day.digits > 2 || !IsCalendarDay(*fullYear, month.number, day.number)) {
+        return std::nullopt;
+    }
+    return DateOf(*fullYear, month.number, day.number);
+}
+
+}  // namespace
+
+Regional::Regional(std::string_view shortDate) : shortDate_(shortDate) {
+    std::string order;
+    for (std::size_t i = 0; i < shortDate.size(); ++i) {
+        const char c = Lower(shortDate[i]);
+        if (c == 'd' || c == 'm' || c == 'y') {
+            if (order.empty() || order.back() != c) order += c;
+        } else if (c != '/' && c != '-' && c != '.') {
+            Raise(RunTimeError::InvalidCall,
+                  "Short date form \"" + shortDate_ + "\": only dd, mm, yyyy, / - . may stand in it");
+        }
+        shortDate_[i] = c;
+    }
+    const bool known =
+        order == "dmy" || order == "mdy" || order == "ymd" || order == "ydm" || order == "dym" || order == "myd";
+    if (!known || shortDate_.find("yyyy") == std::string::npos) {
+        Raise(RunTimeError::InvalidCall,
+              "Short date form \"" + shortDate_ + "\": dd, mm and yyyy must each stand in it once");
+    }
+    dayFirst_ = order.find('d') < order.find('m');
+    yearFirst_ = order.front() == 'y';
+}
+
+std::string Regional::ToShortDate(Date date) const { return Format(date, shortDate_); }
+
+std::string Regional::ToText(Date date) const {
+    std::string text = ToShortDate(date);
+    if (!(TimeOf(date) == TimeOfDay{})) text += Format(date, " hh:nn:ss");
+    return text;
+}
+
+std::optional<Date> Regional::Read(std::string_view text) const {
+    std::string_view rest = Trimmed(text);
+    std::array<Part, 3> parts;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const std::optional<Part> part = TakePart(rest);
+        if (!part) return std::nullopt;
+        parts[i] = *part;
+        if (i < 2 && !TakeOneOf(rest, "/-.")) return std::nullopt;
+    }
+    if (!rest.empty() && rest.front() != ' ') return std::nullopt;
+    const std::optional<TimeOfDay> time = ReadTime(Trimmed(rest));
+    if (!time) return std::nullopt;
+
+    std::optional<Date> day;
+    if (parts[0].digits == 4) {
+        day = Day(parts[0], parts[1], parts[2]);
+    } else if (yearFirst_ && parts[2].digits != 4) {
+        day = dayFirst_ ? Day(parts[0], parts[2], parts[1]) : Day(parts[0], parts[1], parts[2]);
+        if (!day) day = dayFirst_ ? Day(parts[0], parts[1], parts[2]) : Day(parts[0], parts[2], parts[1]);
+    } else {
+        const std::size_t dayAt = dayFirst_ ? 0 : 1;
+        day = Day(parts[2], parts[1 - dayAt], parts[dayAt]);
+        if (!day) day = Day(parts[2], parts[dayAt], parts[1 - dayAt]);
+    }
+    if (!day) return std::nullopt;
+    return WithTime(*day, *time);
+}
+
+Date Regional::ToDate(std::string_view text) const {
+    const std::optional<Date> date = Read(text);
+    if (!date) Raise(RunTimeError::TypeMismatch);
+    return *date;
+}
+
+const Regional& CurrentRegional() {
+    thread_local Regional regional;
+    std::string form = CurrentPlatform().ShortDateForm();
+    if (form != regional.ShortDateForm()) regional = Regional(form);
+    return regional;
+}
+
+std::string Format(Date date, std::string_view picture) {
+    const CivilDate day = CivilOf(date);
+    const TimeOfDay time = TimeOf(date);
+    std::string text;
+    text.reserve(picture.size());
+    for (std::size_t i = 0; i < picture.size();) {
+        const char c = Lower(picture[i]);
+        std::size_t run = 1;
+        while (i + run < picture.size() && Lower(picture[i + run]) == c)
+            ++run;
+        switch (c) {
+            case 'y':
+                AppendPadded(text, run >= 4 ? day.year : day.year % 100, run >= 4 ? 4 : 2);
+                break;
+            case 'm':
+                AppendPadded(text, day.month, run);
+                break;
+            case 'd':
+                AppendPadded(text, day.day, run);
+                break;
+            case 'h':
+                AppendPadded(text, time.hour, run);
+                break;
+            case 'n':
+                AppendPadded(text, time.minute, run);
+                break;
+            case 's':
+                AppendPadded(text, time.second, run);
+                break;
+            default:
+                text.append(picture.substr(i, run));
+                break;
+        }
+        i += run;
+    }
+    return text;
+}
+
+std::string Format(std::string_view text, std::string_view picture) {
+    const std::optional<Date> date = CurrentRegional().Read(text);
+    return date ? Format(*date, picture) : std::string(text);
+}
+
+std::string SqlDate(std::string_view text) { return Format(text, kSqlDate); }
+
+}  // namespace Zontara
