@@ -1,0 +1,38 @@
+#include "dhRichClient3/dialect/catalogue.h"
+
+#include "dhRichClient3/dialect/tokens.h"
+
+namespace dhRichClient3::dialect {
+namespace {
+
+std::string KeyOf(std::string_view table, std::string_view column) {
+    std::string key;
+    key.reserve(table.size() + column.size() + 1);
+    key.append(table).append(1, '.').append(column);
+    for (char& c : key) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return key;
+}
+
+bool IsMarked(std::string_view declaredType) {
+    std::vector<Token> words;
+    Tokenize(declaredType, words);
+    for (const Token& word : words) {
+        if (word.Names(kQualifiedOnly)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+void Catalogue::Add(std::string_view table, std::string_view column, std::string_view declaredType) {
+    columns_[KeyOf(table, column)] = IsMarked(declaredType);
+}
+
+bool Catalogue::Offers(std::string_view table, std::string_view column) const {
+    const auto found = columns_.find(KeyOf(table, column));
+    return found != columns_.end() && !found->second;
+}
+
+}  // namespace dhRichClient3::dialect

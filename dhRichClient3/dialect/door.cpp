@@ -1,0 +1,168 @@
+#include "dhRichClient3/dialect/door.h"
+
+#include <algorithm>
+
+namespace dhRichClient3::dialect {
+namespace {
+
+constexpr std::string_view kFunctions[] = {
+    // texts and choices
+    "char", "coalesce", "format", "glob", "hex", "ifnull", "iif", "instr", "length", "like", "likelihood", "likely",
+    "lower", "ltrim", "nullif", "printf", "quote", "replace", "rtrim", "soundex", "substr", "substring", "trim",
+    "typeof", "unicode", "unlikely", "upper", "zeroblob",
+    // dates
+    "current_date", "current_time", "current_timestamp", "date", "datetime", "julianday", "strftime", "time",
+    "unixepoch",
+    // numbers
+    "abs", "acos", "acosh", "asin", "asinh", "atan", "atan2", "atanh", "ceil", "ceiling", "cos", "cosh", "degrees",
+    "exp", "floor", "ln", "log", "log10", "log2", "mod", "pi", "pow", "power", "radians", "round", "sign", "sin", "sinh",
+    "sqrt", "tan", "tanh", "trunc",
+    // aggregates and windows
+    "avg", "count", "cume_dist", "dense_rank", "first_value", "group_concat", "lag", "last_value", "lead", "max", "min",
+    "nth_value", "ntile", "percent_rank", "rank", "row_number", "sum", "total",
+    // JSON
+    "->", "->>", "json", "json_array", "json_array_length", "json_each", "json_extract", "json_group_array",
+    "json_group_object", "json_insert", "json_object", "json_patch", "json_quote", "json_remove", "json_replace",
+    "json_set", "json_tree", "json_type", "json_valid"};
+
+/// What reaches files or the engine's inside where an engine has it; refused before any engine is asked.
+constexpr std::string_view kForbiddenCalls[] = {"load_extension", "readfile", "writefile", "edit",
+                                                "fts3_tokenizer", "fsdir",    "lsmode"};
+
+/// Tables that an engine makes up from its inside.
+constexpr std::string_view kInsideTables[] = {"sqlite_stmt",  "sqlite_dbpage", "sqlite_dbptr", "sqlite_dbdata",
+                                              "dbstat",       "bytecode",      "tables_used",  "fts3tokenize",
+                                              "fts4aux",      "fts5vocab",     "completion",   "fsdir",
+                                              "sqlite_memstat"};
+
+/// Words between the verb of a change and the table that it changes.
+constexpr std::string_view kBeforeTarget[] = {"OR", "ABORT", "FAIL", "IGNORE", "REPLACE", "ROLLBACK", "INTO", "FROM"};
+
+/// Words that make the meaning of a change depend on more than its rows: then its text is compiled as it stands.
+constexpr std::string_view kNotReusable[] = {"SELECT", "WITH", "ORDER", "LIMIT", "RETURNING"};
+
+constexpr std::size_t kMostLiterals = 200;
+
+template <class Names>
+bool Contains(const Names& names, std::string_view name) {
+    return std::any_of(std::begin(names), std::end(names), [&](auto known) { return SameName(known, name); });
+}
+
+/// Goes over the tokens once.
+class Judgement {
+public:
+    Judgement(const std::vector<Token>& tokens, Verdict& verdict) : tokens_(tokens), verdict_(verdict) {}
+
+    void Run() {
+        if (tokens_.empty() || tokens_.front().IsSymbol(';')) return Refuse("There is no statement in the text.");
+        for (std::size_t at = 0; at < tokens_.size() && verdict_.Accepted(); ++at) Look(at);
+        verdict_.reusable = verdict_.Accepted() && changes_ && plain_ && literals_ <= kMostLiterals;
+    }
+
+private:
+    void Look(std::size_t at) {
+        const Token& token = tokens_[at];
+        switch (token.kind) {
+            case TokenKind::Symbol:
+                return LookAtSymbol(at, token.text.front());
+            case TokenKind::Word:
+                if (!verb_ && depth_ == 0) LookForVerb(at);
+                if (plain_ && Contains(kNotReusable, token.text)) plain_ = false;
+                if (token.IsWord("ROLLBACK") && at > 0 && tokens_[at - 1].IsWord("OR")) {
+                    Refuse("A statement may not roll the transaction back (OR ROLLBACK).");
+                }
+                return LookAtName(at);
+            case TokenKind::Quoted:
+                return LookAtName(at);
+            case TokenKind::String:
+            case TokenKind::Integer:
+                ++literals_;
+                return;
+            default:
+                plain_ = false;
+        }
+    }
+
+    void LookAtSymbol(std::size_t at, char symbol) {
+        if (symbol == '(') ++depth_;
+        if (symbol == ')') --depth_;
+        if (symbol != ';') return;
+        const auto rest = tokens_.begin() + static_cast<std::ptrdiff_t>(at);
+        if (std::any_of(rest, tokens_.end(), [](const Token& token) { return !token.IsSymbol(';'); })) {
+            Refuse("More than one statement in the text: give them one at a time.");
+        }
+    }
+
+    void LookForVerb(std::size_t at) {
+        const Token& token = tokens_[at];
+        const bool changes = token.IsWord("INSERT") || token.IsWord("UPDATE") || token.IsWord("DELETE") ||
+                             token.IsWord("REPLACE");
+        verdict_.selects = token.IsWord("SELECT");
+        verb_ = changes || verdict_.selects || token.IsWord("VALUES");
+        if (changes) {
+            changes_ = true;
+            LookAtTarget(at + 1);
+        } else if (!verb_ && at == 0 && !token.IsWord("WITH")) {
+            Refuse("A statement may not begin with " + std::string(token.text) +
+                   ": only SELECT, INSERT, UPDATE and DELETE are allowed here.");
+        }
+    }
+
+    void LookAtTarget(std::size_t at) {
+        while (at < tokens_.size() && tokens_[at].kind == TokenKind::Word && Contains(kBeforeTarget, tokens_[at].text)) {
+            ++at;
+        }
+        if (at + 2 < tokens_.size() && tokens_[at + 1].IsSymbol('.')) at += 2;
+        if (at >= tokens_.size()) return;
+        const auto& target = tokens_[at];
+        if (target.kind == TokenKind::Word ? !MayWrite(target.text) : !MayWrite(Unquoted(target))) {
+            Refuse("The engine's own table " + Unquoted(target) + " may not be changed.");
+        }
+    }
+
+    void LookAtName(std::size_t at) {
+        const Token& token = tokens_[at];
+        const bool call = at + 1 < tokens_.size() && tokens_[at + 1].IsSymbol('(');
+        const bool quoted = token.kind == TokenKind::Quoted;
+        if (!call && !quoted && (token.text.front() | 0x20) != 'p') return;
+        const std::string held = quoted ? Unquoted(token) : std::string();
+        const std::string_view name = quoted ? std::string_view(held) : token.text;
+        if (call && Contains(kForbiddenCalls, name)) {
+            Refuse("A statement may not call " + std::string(name) + ".");
+        } else if (HasPrefix(name, "pragma_")) {
+            Refuse("A statement may not ask the engine about itself (" + std::string(name) + ").");
+        }
+    }
+
+    void Refuse(std::string why) {
+        if (verdict_.refusal.empty()) verdict_.refusal = std::move(why);
+    }
+
+    const std::vector<Token>& tokens_;
+    Verdict& verdict_;
+    int depth_ = 0;
+    bool verb_ = false;
+    bool changes_ = false;
+    bool plain_ = true;
+    std::size_t literals_ = 0;
+};
+
+}  // namespace
+
+Verdict Judge(std::string_view text, const std::vector<Token>& tokens) {
+    Verdict verdict;
+    if (text.find('\0') != std::string_view::npos) {
+        verdict.refusal = "There is a NUL character in the text.";
+    } else {
+        Judgement(tokens, verdict).Run();
+    }
+    return verdict;
+}
+
+bool MayCall(std::string_view function) { return Contains(kFunctions, function); }
+
+bool MayRead(std::string_view table) { return !HasPrefix(table, "pragma_") && !Contains(kInsideTables, table); }
+
+bool MayWrite(std::string_view table) { return MayRead(table) && !HasPrefix(table, "sqlite_"); }
+
+}  // namespace dhRichClient3::dialect

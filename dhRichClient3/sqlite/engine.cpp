@@ -1,0 +1,207 @@
+#include "dhRichClient3/sqlite/engine.h"
+
+#include "dhRichClient3/dialect/tokens.h"
+#include "dhRichClient3/row_store.h"
+#include "frame/raised_error.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace dhRichClient3 {
+namespace {
+
+constexpr std::int64_t kMostStepsPerCall = 10'000;
+constexpr int kLongestValue = 256 * 1024 * 1024;
+constexpr int kLongestStatement = 64 * 1024 * 1024;
+constexpr std::size_t kMostBytesOfRows = std::size_t{1} << 30;
+
+/// A text in UTF-8, whatever the database is kept in; the bytes of a BLOB as they are.
+std::string_view TextOf(sqlite3_stmt* row, int column) {
+    const void* const bytes = sqlite3_column_type(row, column) == SQLITE_BLOB
+                                  ? sqlite3_column_blob(row, column)
+                                  : static_cast<const void*>(sqlite3_column_text(row, column));
+    return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_column_bytes(row, column))};
+}
+
+bool HoldsNothing(std::string_view tail) {
+    std::vector<dialect::Token> tokens;
+    dialect::Tokenize(tail, tokens);
+    return std::all_of(tokens.begin(), tokens.end(), [](const auto& token) { return token.IsSymbol(';'); });
+}
+
+}  // namespace
+
+Compiled::~Compiled() { sqlite3_finalize(handle); }
+
+Engine::Engine(sqlite3* database, std::int64_t stepLimit)
+    : database_(database),
+      stepLimit_(stepLimit),
+      stepsPerCall_(std::clamp<std::int64_t>(stepLimit, 1, kMostStepsPerCall)) {
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLongestValue);
+    sqlite3_limit(database_, SQLITE_LIMIT_SQL_LENGTH, kLongestStatement);
+    sqlite3_set_authorizer(database_, &Engine::Authorize, this);
+    if (stepLimit_ > 0) {
+        sqlite3_progress_handler(database_, static_cast<int>(stepsPerCall_), &Engine::Progress, this);
+    }
+}
+
+Engine::~Engine() {
+    own_.Clear();
+    sqlite3_close_v2(database_);
+}
+
+int Engine::Progress(void* self) {
+    auto& engine = *static_cast<Engine*>(self);
+    engine.steps_ += engine.stepsPerCall_;
+    engine.overLimit_ = engine.steps_ >= engine.stepLimit_;
+    return engine.overLimit_ ? 1 : 0;
+}
+
+void Engine::StartRun() {
+    steps_ = 0;
+    overLimit_ = false;
+    refusal_.clear();
+}
+
+std::unique_ptr<Compiled> Engine::TryCompile(const std::string& sql, std::string_view key) {
+    refusal_.clear();
+    ++compilations_;
+    sqlite3_stmt* handle = nullptr;
+    const char* tail = nullptr;
+    const int length = sql.size() < kLongestStatement ? static_cast<int>(sql.size()) + 1 : kLongestStatement + 1;
+    if (sqlite3_prepare_v3(database_, sql.c_str(), length, SQLITE_PREPARE_PERSISTENT, &handle, &tail) != SQLITE_OK) {
+        return nullptr;
+    }
+    auto compiled = std::make_unique<Compiled>(std::string(key), handle);
+    if (!handle) RaiseCode(SQLITE_AUTH, "There is no statement in the text.");
+    if (*tail != '\0' && !HoldsNothing(tail)) {
+        RaiseCode(SQLITE_AUTH, "More than one statement in the text: give them one at a time.");
+    }
+    return compiled;
+}
+
+std::unique_ptr<Compiled> Engine::Compile(const std::string& sql) {
+    auto compiled = TryCompile(sql, sql);
+    if (!compiled) RaiseLast();
+    return compiled;
+}
+
+Statement Engine::Lend(std::string_view sql) {
+    RequireTransaction();
+    auto held = own_.Take(sql);
+    if (!held) held = Compile(std::string(sql));
+    return Statement(shared_from_this(), std::move(held));
+}
+
+void Engine::GiveBack(std::unique_ptr<Compiled> statement) noexcept {
+    Reset(*statement);
+    ClearParameters(*statement);
+    own_.Put(std::move(statement));
+}
+
+void Engine::Bind(Compiled& statement, int parameter, std::int64_t value) {
+    if (sqlite3_bind_int64(statement.handle, parameter, value) != SQLITE_OK) RaiseLast();
+}
+
+void Engine::Bind(Compiled& statement, int parameter, double value) {
+    if (sqlite3_bind_double(statement.handle, parameter, value) != SQLITE_OK) RaiseLast();
+}
+
+void Engine::Bind(Compiled& statement, int parameter, std::string_view value, bool keep) {
+    const char* text = value.data() ? value.data() : "";
+    const int code = sqlite3_bind_text64(statement.handle, parameter, text, value.size(),
+                                         keep ? SQLITE_STATIC : SQLITE_TRANSIENT, SQLITE_UTF8);
+    if (code != SQLITE_OK) RaiseLast();
+}
+
+void Engine::BindNull(Compiled& statement, int parameter) {
+    if (sqlite3_bind_null(statement.handle, parameter) != SQLITE_OK) RaiseLast();
+}
+
+int Engine::ParameterCount(const Compiled& statement) { return sqlite3_bind_parameter_count(statement.handle); }
+
+void Engine::Reset(Compiled& statement) noexcept { sqlite3_reset(statement.handle); }
+
+void Engine::ClearParameters(Compiled& statement) noexcept { sqlite3_clear_bindings(statement.handle); }
+
+bool Engine::Step(Compiled& statement) {
+    const int code = sqlite3_step(statement.handle);
+    if (code == SQLITE_ROW) return true;
+    sqlite3_reset(statement.handle);
+    if (code != SQLITE_DONE) RaiseLast();
+    return false;
+}
+
+RowStore Engine::FetchAll(Compiled& statement) {
+    sqlite3_stmt* const row = statement.handle;
+    bool more = Step(statement);
+    const int count = sqlite3_column_count(row);
+    std::vector<std::string> names;
+    for (int i = 0; i < count; ++i) names.emplace_back(sqlite3_column_name(row, i));
+    RowStore rows(std::move(names));
+    for (; more; more = Step(statement)) {
+        for (int i = 0; i < count; ++i) {
+            switch (sqlite3_column_type(row, i)) {
+                case SQLITE_INTEGER:
+                    rows.AddInteger(sqlite3_column_int64(row, i));
+                    break;
+                case SQLITE_FLOAT:
+                    rows.AddReal(sqlite3_column_double(row, i));
+                    break;
+                case SQLITE_NULL:
+                    rows.AddNull();
+                    break;
+                default:
+                    rows.AddText(TextOf(row, i));
+            }
+        }
+        if (rows.Bytes() > kMostBytesOfRows) {
+            Reset(statement);
+            RaiseCode(SQLITE_TOOBIG, "The rows take more than 1 GiB of memory. Ask for fewer rows or columns.");
+        }
+    }
+    return rows;
+}
+
+void Engine::RunScript(std::string_view sql) {
+    if (sql.find('\0') != std::string_view::npos) RaiseCode(SQLITE_AUTH, "There is a NUL character in the text.");
+    RequireTransaction();
+    const std::string script(sql);
+    for (const char* next = script.c_str(); *next != '\0';) {
+        sqlite3_stmt* handle = nullptr;
+        ++compilations_;
+        if (sqlite3_prepare_v2(database_, next, -1, &handle, &next) != SQLITE_OK) RaiseLast();
+        if (!handle) continue;
+        Compiled statement({}, handle);
+        StartRun();
+        while (Step(statement)) {
+        }
+    }
+    if (InTransaction()) meant_ = true;
+}
+
+std::int64_t Engine::RowsChanged() const { return sqlite3_changes64(database_); }
+
+std::string Engine::LastMessage() const { return sqlite3_errmsg(database_); }
+
+void Engine::RaiseLast() {
+    const int code = sqlite3_errcode(database_) & 0xFF;
+    if (!refusal_.empty()) RaiseCode(SQLITE_AUTH, std::exchange(refusal_, {}));
+    if (code == SQLITE_INTERRUPT && overLimit_) {
+        RaiseCode(code, "The statement took more than " + std::to_string(stepLimit_) +
+                            " steps of the engine, the limit of this connection, and was stopped. Ask for less, or raise "
+                            "the limit.");
+    }
+    RaiseCode(code, LastMessage());
+}
+
+void Engine::RaiseCode(int code, std::string description) {
+    Zontara::RaiseError(Zontara::vbObjectError + (code & 0xFF), "dhRichClient3", std::move(description));
+}
+
+}  // namespace dhRichClient3
