@@ -1,0 +1,48 @@
+#include "Perluma/provider.h"
+
+#include "Perluma/assets.h"
+#include "Perluma/change_list.h"
+#include "Perluma/orders.h"
+#include "dhRichClient3/recordset.h"
+
+#include <utility>
+
+namespace Perluma {
+
+using Zontara::Ref;
+
+namespace {
+
+class GlobalPerluma : public Zontara::GlobalPerluma {
+public:
+    explicit GlobalPerluma(Ref<Sesion> session) : session_(std::move(session)) {}
+
+    Ref<Zontara::ServicioMaterialesOT> MaterialesOT() override {
+        return std::make_shared<ServicioMaterialesOT>(session_);
+    }
+    Ref<Zontara::ServicioProcesos> Procesos() override { return std::make_shared<ServicioProcesos>(session_); }
+    Ref<Zontara::OrdenTrabajo> OrdenesTrabajo() override { return std::make_shared<OrdenTrabajo>(session_); }
+    Ref<Zontara::ServicioActivos> Activos() override { return std::make_shared<ServicioActivos>(session_); }
+
+private:
+    Ref<Sesion> session_;
+};
+
+}  // namespace
+
+Provider::Provider(Ref<dhRichClient3::Connection> connection)
+    : session_(std::make_shared<Sesion>(std::move(connection))), services_(std::make_shared<GlobalPerluma>(session_)) {}
+
+Ref<Zontara::Recordset> Provider::NewRecordset() { return dhRichClient3::NewRecordset(); }
+
+Ref<Zontara::ListaCambios> Provider::NewListaCambios() { return std::make_shared<ListaCambios>(); }
+
+Ref<Zontara::ServicioActivos> Provider::NewServicioActivos() { return std::make_shared<ServicioActivos>(session_); }
+
+std::shared_ptr<Zontara::Provider> OpenSession(Ref<dhRichClient3::Connection> connection) {
+    auto provider = std::make_shared<Provider>(std::move(connection));
+    Zontara::InstallProvider(provider);
+    return provider;
+}
+
+}  // namespace Perluma
