@@ -42,9 +42,7 @@ Zontara::Ref<Connection> Connection::Open(const std::string& path, const Options
     return Zontara::Ref<Connection>(new Connection(Engine::Open(path, options)));
 }
 
-void Connection::IniciarTrans(const std::string&) {
-    parts_->engine->Begin();
-}
+void Connection::IniciarTrans(const std::string&) { parts_->engine->Begin(); }
 
 void Connection::ConfirmarTrans(const std::string&) {
     parts_->engine->RequireTransaction();

@@ -3,6 +3,7 @@
 #include "dhRichClient3/statement.h"
 #include "frame/neighbours.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -26,6 +27,8 @@ struct Options {
     int busyMilliseconds = 10000;
     /// Steps of the engine (instructions of its virtual machine) that one statement may take; 0 for no limit.
     std::int64_t stepLimit = 1'000'000'000;
+    /// Memory that the rows of one recordset may take, in bytes.
+    std::size_t rowBytesLimit = std::size_t{1} << 30;
 };
 
 /// Where a recordset gets its rows. A connection is one; a wrapper of a connection (a tracer, a fault injector) is
@@ -34,7 +37,7 @@ class RowSource {
 public:
     virtual ~RowSource() = default;
     /// Runs one statement that gives rows and puts all of them into `rows`, whose former content goes. On failure the
-    /// store is as it was. Errors as `Connection::Ejecutar`.
+    /// store is as it was. Errors as `Connection::Ejecutar`, and 18 for rows that take more memory than the limit.
     virtual void Fetch(const std::string& sql, RowStore& rows) = 0;
 };
 
@@ -46,8 +49,8 @@ public:
 ///
 /// Everything that comes through `Ejecutar` and `Fetch` passes a closed door: one SELECT, INSERT, UPDATE or DELETE per
 /// text, no NUL in it, no ATTACH, PRAGMA, DDL, transaction word, extension or file function. What the door refuses is
-/// an error of code 23. The texts are otherwise run as they come, with one exception: when SQLite calls a bare column of
-/// an outermost SELECT ambiguous, the first table of its FROM list is meant that has the column and doesn't mark it
+/// an error of code 23. The texts are otherwise run as they come, with one exception: when SQLite calls a bare column
+/// of an outermost SELECT ambiguous, the first table of its FROM list is meant that has the column and doesn't mark it
 /// QUALIFIED_ONLY in its declared type.
 ///
 /// Errors are `Zontara::RaisedError` with the number vbObjectError + SQLite's primary result code, the source
@@ -56,8 +59,8 @@ public:
 class Connection : public Zontara::Conexion, public RowSource {
 public:
     /// Opens a database. Error 14 for a file that is missing, can't be read or whose folder can't be written,
-    /// 26 for a file that is no database, 5 for one that another process keeps locked beyond the waiting time, 8 for one
-    /// that may not be written; each text says what is wrong and what to do.
+    /// 26 for a file that is no database, 5 for one that another process keeps locked beyond the waiting time, 8 for
+    /// one that may not be written; each text says what is wrong and what to do.
     static Zontara::Ref<Connection> Open(const std::string& path, const Options& options = {});
     ~Connection() override;
 
@@ -69,17 +72,19 @@ public:
     /// Rolls back. Also in order when the begin had failed or the engine had rolled back by itself; with no transaction
     /// meant it is the engine's error 1.
     void RevertirTrans(const std::string& texto, std::int32_t modo) override;
-    /// Runs one statement that gives no rows (those of a SELECT are left unread). Error 23 when the door refuses it, 4 when
-    /// the transaction that is meant was lost, 9 when it takes more steps than the limit, else the engine's.
+    /// Runs one statement that gives no rows (those of a SELECT are left unread). Error 23 when the door refuses it, 4
+    /// when the transaction that is meant was lost, 9 when it takes more steps than the limit, 18 for a value of more
+    /// than 256 MiB, else the engine's.
     void Ejecutar(const std::string& sql) override;
     void Fetch(const std::string& sql, RowStore& rows) override;
 
     /// The administrator's door: runs several statements, DDL and PRAGMA included, and reads columns and marks again
-    /// afterwards. Joins the open transaction. Stops at the first failure; outside a transaction what ran before it stays.
+    /// afterwards. Joins the open transaction. Stops at the first failure; outside a transaction what ran before it
+    /// stays.
     void RunScript(std::string_view sql);
 
-    /// A statement of the sibling library's own, with parameters `?1`, `?2`, ...; kept for the next time under its exact
-    /// text. It passes neither the door nor a tracer. Error 4 as `Ejecutar`, 1 for a text that doesn't compile.
+    /// A statement of the sibling library's own, with parameters `?1`, `?2`, ...; kept for the next time under its
+    /// exact text. It passes neither the door nor a tracer. Error 4 as `Ejecutar`, 1 for a text that doesn't compile.
     Statement Prepare(std::string_view sql);
 
     /// Whether the engine has a transaction open.

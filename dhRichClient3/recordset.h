@@ -5,9 +5,9 @@
 
 namespace dhRichClient3 {
 
-/// A new recordset, not yet opened. Its `ConexionActiva` takes any connection that is a `RowSource` as well. `Abrir` runs
-/// the text of `TextoSQL` (the three arguments have no effect) and fetches all rows into one compact store; the cursor
-/// then stands on the first. From there on the connection is not needed any more.
+/// A new recordset, not yet opened. Its `ConexionActiva` takes any connection that is a `RowSource` as well. `Abrir`
+/// runs the text of `TextoSQL` (the three arguments have no effect) and fetches all rows into one compact store; the
+/// cursor then stands on the first. From there on the connection is not needed any more.
 ///
 /// Values: an INTEGER is an int32, or a float64 when it doesn't fit; REAL a float64, TEXT and BLOB a text, NULL null.
 /// A field is found by name without regard to case; of several columns of one name the first is meant. Finding one

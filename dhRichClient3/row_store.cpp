@@ -9,7 +9,8 @@ constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c
 
 std::uint32_t HashOf(std::string_view name) {
     std::uint32_t hash = 2166136261U;
-    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(Lower(c))) * 16777619U;
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(Lower(c))) * 16777619U;
     return hash;
 }
 

@@ -13,8 +13,7 @@ namespace dhRichClient3 {
 /// Compiled statements that wait for the next one who needs the same text. One is taken out for as long as it is used
 /// and put back afterwards, so none is ever used twice at once. Of texts that fall on one set, the one that was put
 /// back longest ago gives way. Neither taking nor putting allocates.
-template <class T>
-class StatementCache {
+template <class T> class StatementCache {
 public:
     /// The statement of a text, out of the cache; none if there is none.
     std::unique_ptr<T> Take(std::string_view text) {
@@ -35,7 +34,8 @@ public:
     }
 
     void Clear() {
-        for (Set& set : sets_) set = Set{};
+        for (Set& set : sets_)
+            set = Set{};
     }
 
 private:

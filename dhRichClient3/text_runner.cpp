@@ -122,7 +122,8 @@ void TextRunner::ReadSchema() {
         "SELECT name FROM sqlite_temp_schema WHERE type IN ('table','view')");
     engine_.StartRun();
     const RowStore names = engine_.FetchAll(*tables);
-    for (std::size_t row = 0; row < names.Rows(); ++row) AddColumns(names.At(row, 0).Get<std::string>());
+    for (std::size_t row = 0; row < names.Rows(); ++row)
+        AddColumns(names.At(row, 0).Get<std::string>());
 }
 
 void TextRunner::AddColumns(const std::string& table) {

@@ -24,7 +24,8 @@ std::optional<std::string> QualifierOf(std::string_view name, const std::vector<
 
 std::string AsAlias(std::string_view span) {
     std::string alias = " AS \"";
-    for (const char c : span) alias.append(c == '"' ? 2 : 1, c);
+    for (const char c : span)
+        alias.append(c == '"' ? 2 : 1, c);
     return alias + "\"";
 }
 
@@ -72,7 +73,8 @@ std::optional<std::string> QualifyBareNames(std::string_view text, const std::ve
         ++item;
     };
     for (const std::size_t place : select.bareNames) {
-        while (item != select.items.end() && place >= item->end) closeItem();
+        while (item != select.items.end() && place >= item->end)
+            closeItem();
         for (std::size_t i = 0; i < names.size(); ++i) {
             if (!tokens[place].Names(names[i])) continue;
             insertions.push_back({offsetOf(tokens[place]), qualifiers[i]});
@@ -80,7 +82,8 @@ std::optional<std::string> QualifyBareNames(std::string_view text, const std::ve
             itemTouched = true;
         }
     }
-    while (item != select.items.end()) closeItem();
+    while (item != select.items.end())
+        closeItem();
     if (std::find(used.begin(), used.end(), false) != used.end()) return std::nullopt;
     return Joined(text, insertions);
 }

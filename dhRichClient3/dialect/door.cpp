@@ -15,8 +15,8 @@ constexpr std::string_view kFunctions[] = {
     "unixepoch",
     // numbers
     "abs", "acos", "acosh", "asin", "asinh", "atan", "atan2", "atanh", "ceil", "ceiling", "cos", "cosh", "degrees",
-    "exp", "floor", "ln", "log", "log10", "log2", "mod", "pi", "pow", "power", "radians", "round", "sign", "sin", "sinh",
-    "sqrt", "tan", "tanh", "trunc",
+    "exp", "floor", "ln", "log", "log10", "log2", "mod", "pi", "pow", "power", "radians", "round", "sign", "sin",
+    "sinh", "sqrt", "tan", "tanh", "trunc",
     // aggregates and windows
     "avg", "count", "cume_dist", "dense_rank", "first_value", "group_concat", "lag", "last_value", "lead", "max", "min",
     "nth_value", "ntile", "percent_rank", "rank", "row_number", "sum", "total",
@@ -30,10 +30,9 @@ constexpr std::string_view kForbiddenCalls[] = {"load_extension", "readfile", "w
                                                 "fts3_tokenizer", "fsdir",    "lsmode"};
 
 /// Tables that an engine makes up from its inside.
-constexpr std::string_view kInsideTables[] = {"sqlite_stmt",  "sqlite_dbpage", "sqlite_dbptr", "sqlite_dbdata",
-                                              "dbstat",       "bytecode",      "tables_used",  "fts3tokenize",
-                                              "fts4aux",      "fts5vocab",     "completion",   "fsdir",
-                                              "sqlite_memstat"};
+constexpr std::string_view kInsideTables[] = {
+    "sqlite_stmt",  "sqlite_dbpage", "sqlite_dbptr", "sqlite_dbdata", "dbstat", "bytecode",      "tables_used",
+    "fts3tokenize", "fts4aux",       "fts5vocab",    "completion",    "fsdir",  "sqlite_memstat"};
 
 /// Words between the verb of a change and the table that it changes.
 constexpr std::string_view kBeforeTarget[] = {"OR", "ABORT", "FAIL", "IGNORE", "REPLACE", "ROLLBACK", "INTO", "FROM"};
@@ -43,8 +42,7 @@ constexpr std::string_view kNotReusable[] = {"SELECT", "WITH", "ORDER", "LIMIT",
 
 constexpr std::size_t kMostLiterals = 200;
 
-template <class Names>
-bool Contains(const Names& names, std::string_view name) {
+template <class Names> bool Contains(const Names& names, std::string_view name) {
     return std::any_of(std::begin(names), std::end(names), [&](auto known) { return SameName(known, name); });
 }
 
@@ -55,7 +53,8 @@ public:
 
     void Run() {
         if (tokens_.empty() || tokens_.front().IsSymbol(';')) return Refuse("There is no statement in the text.");
-        for (std::size_t at = 0; at < tokens_.size() && verdict_.Accepted(); ++at) Look(at);
+        for (std::size_t at = 0; at < tokens_.size() && verdict_.Accepted(); ++at)
+            Look(at);
         verdict_.reusable = verdict_.Accepted() && changes_ && plain_ && literals_ <= kMostLiterals;
     }
 
@@ -95,8 +94,8 @@ private:
 
     void LookForVerb(std::size_t at) {
         const Token& token = tokens_[at];
-        const bool changes = token.IsWord("INSERT") || token.IsWord("UPDATE") || token.IsWord("DELETE") ||
-                             token.IsWord("REPLACE");
+        const bool changes =
+            token.IsWord("INSERT") || token.IsWord("UPDATE") || token.IsWord("DELETE") || token.IsWord("REPLACE");
         verdict_.selects = token.IsWord("SELECT");
         verb_ = changes || verdict_.selects || token.IsWord("VALUES");
         if (changes) {
@@ -109,7 +108,8 @@ private:
     }
 
     void LookAtTarget(std::size_t at) {
-        while (at < tokens_.size() && tokens_[at].kind == TokenKind::Word && Contains(kBeforeTarget, tokens_[at].text)) {
+        while (at < tokens_.size() && tokens_[at].kind == TokenKind::Word &&
+               Contains(kBeforeTarget, tokens_[at].text)) {
             ++at;
         }
         if (at + 2 < tokens_.size() && tokens_[at + 1].IsSymbol('.')) at += 2;

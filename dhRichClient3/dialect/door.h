@@ -21,14 +21,14 @@ struct Verdict {
     bool Accepted() const { return refusal.empty(); }
 };
 
-/// Decides on the tokens of a text whether it may pass: exactly one statement, a SELECT, INSERT, REPLACE, UPDATE, DELETE or
-/// VALUES, perhaps behind a WITH; no NUL character; no table-valued function that stands for a PRAGMA; no call of a
-/// function that reaches files or the engine's inside; no write to the engine's own tables. A text that is merely wrong
-/// passes, since the engine says best what is wrong with it.
+/// Decides on the tokens of a text whether it may pass: exactly one statement, a SELECT, INSERT, REPLACE, UPDATE,
+/// DELETE or VALUES, perhaps behind a WITH; no NUL character; no table-valued function that stands for a PRAGMA; no
+/// call of a function that reaches files or the engine's inside; no write to the engine's own tables. A text that is
+/// merely wrong passes, since the engine says best what is wrong with it.
 Verdict Judge(std::string_view text, const std::vector<Token>& tokens);
 
-/// Whether a statement may call a function: the engine's own of texts, numbers, dates, aggregates, windows and JSON. None
-/// that gives something else at each call or tells about the connection.
+/// Whether a statement may call a function: the engine's own of texts, numbers, dates, aggregates, windows and JSON.
+/// None that gives something else at each call or tells about the connection.
 bool MayCall(std::string_view function);
 
 /// Whether a statement may name a table at all: no PRAGMA in the guise of a table, nothing of the engine's inside.

@@ -6,20 +6,19 @@ namespace dhRichClient3::dialect {
 namespace {
 
 /// Words behind which an operand follows, so that a name there is no alias.
-constexpr std::string_view kOperandFollows[] = {"SELECT", "DISTINCT", "ALL",     "AND",  "OR",   "NOT",  "IN",
-                                                "IS",     "LIKE",     "GLOB",    "CASE", "WHEN", "THEN", "ELSE",
+constexpr std::string_view kOperandFollows[] = {"SELECT", "DISTINCT", "ALL",     "AND",  "OR",    "NOT",  "IN",
+                                                "IS",     "LIKE",     "GLOB",    "CASE", "WHEN",  "THEN", "ELSE",
                                                 "MATCH",  "REGEXP",   "BETWEEN", "FROM", "ESCAPE"};
 
 /// Words that can't be the alias of a table.
-constexpr std::string_view kAfterTable[] = {"ON",    "USING",  "JOIN",   "LEFT",  "RIGHT", "FULL",      "INNER",
-                                            "CROSS", "OUTER",  "WHERE",  "GROUP", "ORDER", "HAVING",    "LIMIT",
+constexpr std::string_view kAfterTable[] = {"ON",    "USING",  "JOIN",   "LEFT",  "RIGHT",   "FULL",      "INNER",
+                                            "CROSS", "OUTER",  "WHERE",  "GROUP", "ORDER",   "HAVING",    "LIMIT",
                                             "UNION", "EXCEPT", "WINDOW", "NOT",   "NATURAL", "INTERSECT", "INDEXED"};
 
 /// Words that may follow an ORDER BY term.
 constexpr std::string_view kAfterTerm[] = {"ASC", "DESC", "COLLATE", "NULLS", "LIMIT"};
 
-template <class Names>
-bool Contains(const Names& names, const Token& token) {
+template <class Names> bool Contains(const Names& names, const Token& token) {
     return token.kind == TokenKind::Word &&
            std::any_of(std::begin(names), std::end(names), [&](auto name) { return SameName(name, token.text); });
 }
@@ -29,7 +28,8 @@ public:
     explicit Reader(const std::vector<Token>& tokens) : tokens_(tokens) {}
 
     OuterSelect Read() {
-        for (at_ = 0; at_ < tokens_.size() && clause_ != Clause::Behind; ++at_) Look();
+        for (at_ = 0; at_ < tokens_.size() && clause_ != Clause::Behind; ++at_)
+            Look();
         if (clause_ == Clause::List) CloseItem();
         return std::move(select_);
     }
@@ -38,7 +38,9 @@ private:
     enum class Clause { Before, List, Tables, On, Conditions, Order, Behind };
 
     bool IsSymbolAt(std::size_t at, char symbol) const { return at < tokens_.size() && tokens_[at].IsSymbol(symbol); }
-    bool IsWordAt(std::size_t at, std::string_view word) const { return at < tokens_.size() && tokens_[at].IsWord(word); }
+    bool IsWordAt(std::size_t at, std::string_view word) const {
+        return at < tokens_.size() && tokens_[at].IsWord(word);
+    }
 
     void Look() {
         const Token& token = tokens_[at_];
@@ -57,8 +59,7 @@ private:
 
     /// Steps into brackets of an expression, and over a sub-select or anything in a FROM list.
     void Open() {
-        const bool subSelect =
-            IsWordAt(at_ + 1, "SELECT") || IsWordAt(at_ + 1, "WITH") || IsWordAt(at_ + 1, "VALUES");
+        const bool subSelect = IsWordAt(at_ + 1, "SELECT") || IsWordAt(at_ + 1, "WITH") || IsWordAt(at_ + 1, "VALUES");
         if (!subSelect && clause_ != Clause::Before && clause_ != Clause::Tables) {
             ++depth_;
             return;

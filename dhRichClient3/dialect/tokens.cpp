@@ -23,7 +23,8 @@ public:
 
     std::size_t SkipBlanks(std::size_t at) const {
         for (;;) {
-            while (at < text_.size() && IsBlank(text_[at])) ++at;
+            while (at < text_.size() && IsBlank(text_[at]))
+                ++at;
             if (At(at) == '-' && At(at + 1) == '-') {
                 at = std::min(text_.find('\n', at), text_.size());
             } else if (At(at) == '/' && At(at + 1) == '*' && at + 2 < text_.size()) {
@@ -71,7 +72,8 @@ private:
     }
 
     std::size_t WordEnd(std::size_t at) const {
-        while (at < text_.size() && IsWordPart(text_[at])) ++at;
+        while (at < text_.size() && IsWordPart(text_[at]))
+            ++at;
         return at;
     }
 
@@ -85,14 +87,16 @@ private:
     }
 
     std::size_t DigitsEnd(std::size_t at) const {
-        while (IsDigit(At(at))) ++at;
+        while (IsDigit(At(at)))
+            ++at;
         return at;
     }
 
     Token TakeNumber(std::size_t at) const {
         std::size_t end = at;
         if (text_[at] == '0' && Lower(At(at + 1)) == 'x' && IsHexDigit(At(at + 2))) {
-            for (end = at + 2; IsHexDigit(At(end));) ++end;
+            for (end = at + 2; IsHexDigit(At(end));)
+                ++end;
         } else {
             end = DigitsEnd(at);
             if (At(end) == '.') end = DigitsEnd(end + 1);

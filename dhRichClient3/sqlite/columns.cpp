@@ -15,7 +15,8 @@ double Statement::Real(int column) const { return sqlite3_column_double(held_->h
 
 std::string Statement::Text(int column) const {
     const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(held_->handle, column));
-    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(held_->handle, column))) : std::string();
+    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(held_->handle, column)))
+                : std::string();
 }
 
 bool Statement::IsNull(int column) const { return sqlite3_column_type(held_->handle, column) == SQLITE_NULL; }

@@ -15,7 +15,6 @@ namespace {
 constexpr std::int64_t kMostStepsPerCall = 10'000;
 constexpr int kLongestValue = 256 * 1024 * 1024;
 constexpr int kLongestStatement = 64 * 1024 * 1024;
-constexpr std::size_t kMostBytesOfRows = std::size_t{1} << 30;
 
 /// A text in UTF-8, whatever the database is kept in; the bytes of a BLOB as they are.
 std::string_view TextOf(sqlite3_stmt* row, int column) {
@@ -35,10 +34,11 @@ bool HoldsNothing(std::string_view tail) {
 
 Compiled::~Compiled() { sqlite3_finalize(handle); }
 
-Engine::Engine(sqlite3* database, std::int64_t stepLimit)
+Engine::Engine(sqlite3* database, const Options& options)
     : database_(database),
-      stepLimit_(stepLimit),
-      stepsPerCall_(std::clamp<std::int64_t>(stepLimit, 1, kMostStepsPerCall)) {
+      stepLimit_(options.stepLimit),
+      rowBytesLimit_(options.rowBytesLimit),
+      stepsPerCall_(std::clamp<std::int64_t>(options.stepLimit, 1, kMostStepsPerCall)) {
     sqlite3_db_config(database_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
@@ -142,7 +142,8 @@ RowStore Engine::FetchAll(Compiled& statement) {
     bool more = Step(statement);
     const int count = sqlite3_column_count(row);
     std::vector<std::string> names;
-    for (int i = 0; i < count; ++i) names.emplace_back(sqlite3_column_name(row, i));
+    for (int i = 0; i < count; ++i)
+        names.emplace_back(sqlite3_column_name(row, i));
     RowStore rows(std::move(names));
     for (; more; more = Step(statement)) {
         for (int i = 0; i < count; ++i) {
@@ -160,9 +161,10 @@ RowStore Engine::FetchAll(Compiled& statement) {
                     rows.AddText(TextOf(row, i));
             }
         }
-        if (rows.Bytes() > kMostBytesOfRows) {
+        if (rows.Bytes() > rowBytesLimit_) {
             Reset(statement);
-            RaiseCode(SQLITE_TOOBIG, "The rows take more than 1 GiB of memory. Ask for fewer rows or columns.");
+            RaiseCode(SQLITE_TOOBIG, "The rows take more than " + std::to_string(rowBytesLimit_) +
+                                         " bytes, the limit of this connection. Ask for fewer.");
         }
     }
     return rows;
@@ -193,9 +195,10 @@ void Engine::RaiseLast() {
     const int code = sqlite3_errcode(database_) & 0xFF;
     if (!refusal_.empty()) RaiseCode(SQLITE_AUTH, std::exchange(refusal_, {}));
     if (code == SQLITE_INTERRUPT && overLimit_) {
-        RaiseCode(code, "The statement took more than " + std::to_string(stepLimit_) +
-                            " steps of the engine, the limit of this connection, and was stopped. Ask for less, or raise "
-                            "the limit.");
+        RaiseCode(code,
+                  "The statement took more than " + std::to_string(stepLimit_) +
+                      " steps of the engine, the limit of this connection, and was stopped. Ask for less, or raise "
+                      "the limit.");
     }
     RaiseCode(code, LastMessage());
 }

@@ -22,7 +22,7 @@ public:
     /// Opens a database and makes it ready; errors as `Connection::Open`.
     static std::shared_ptr<Engine> Open(const std::string& path, const Options& options);
     /// Takes a database over, to close it at the end.
-    Engine(sqlite3* database, std::int64_t stepLimit);
+    Engine(sqlite3* database, const Options& options);
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
     ~Engine();
@@ -92,6 +92,7 @@ private:
     sqlite3* database_;
     StatementCache<Compiled> own_;
     std::int64_t stepLimit_;
+    std::size_t rowBytesLimit_;
     std::int64_t stepsPerCall_;
     std::int64_t steps_ = 0;
     std::int64_t compilations_ = 0;

@@ -111,17 +111,18 @@ std::shared_ptr<Engine> Engine::Open(const std::string& path, const Options& opt
     // A path is a path: SQLite reads one that begins with "file:" as a URI with options.
     const std::string name = path.rfind("file:", 0) == 0 ? "./" + path : path;
     sqlite3* database = nullptr;
-    const int code = sqlite3_open_v2(name.c_str(), &database, FlagsOf(isFile ? options.mode : Mode::Create) | SQLITE_OPEN_NOMUTEX,
-                                     nullptr);
+    const int code = sqlite3_open_v2(name.c_str(), &database,
+                                     FlagsOf(isFile ? options.mode : Mode::Create) | SQLITE_OPEN_NOMUTEX, nullptr);
     if (!database) RaiseCode(SQLITE_NOMEM, "Out of memory.");
-    auto engine = std::make_shared<Engine>(database, options.stepLimit);
+    auto engine = std::make_shared<Engine>(database, options);
     try {
         if (code != SQLITE_OK) engine->RaiseLast();
         sqlite3_busy_timeout(database, options.busyMilliseconds);
         Say(*engine, "SELECT count(*) FROM sqlite_schema");
         if (isFile && options.mode != Mode::ReadOnly) {
             if (sqlite3_db_readonly(database, "main") == 1) {
-                Refuse(SQLITE_READONLY, path, "may not be written. Check the permissions of the file, or open it read-only.");
+                Refuse(SQLITE_READONLY, path,
+                       "may not be written. Check the permissions of the file, or open it read-only.");
             }
             TurnToWal(*engine, options.busyMilliseconds);
         }

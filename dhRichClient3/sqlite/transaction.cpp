@@ -3,8 +3,8 @@
 
 #include <sqlite3.h>
 
-/// A transaction that is meant is never lost silently: between the begin, even a refused one, and the commit or rollback
-/// that succeeds, nothing runs without a transaction of the engine's.
+/// A transaction that is meant is never lost silently: between the begin, even a refused one, and the commit or
+/// rollback that succeeds, nothing runs without a transaction of the engine's.
 namespace dhRichClient3 {
 
 void Engine::RunOwn(std::string_view sql) {
@@ -41,9 +41,10 @@ bool Engine::InTransaction() const { return sqlite3_get_autocommit(database_) ==
 
 void Engine::RequireTransaction() const {
     if (!meant_ || InTransaction()) return;
-    RaiseCode(SQLITE_ABORT,
-              "The transaction was lost: its begin was refused or the database rolled it back by itself, so nothing of it is "
-              "stored and nothing more is done in it. Abort the transaction, then start again.");
+    RaiseCode(
+        SQLITE_ABORT,
+        "The transaction was lost: its begin was refused or the database rolled it back by itself, so nothing of it is "
+        "stored and nothing more is done in it. Abort the transaction, then start again.");
 }
 
 }  // namespace dhRichClient3
