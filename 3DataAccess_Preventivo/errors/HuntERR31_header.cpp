@@ -62,7 +62,7 @@ std::string DistanceText(std::int32_t number, std::int32_t base) {
 std::string TypeNameOf(const Ref<Object>& object) { return object ? object->TypeName() : "Nothing"; }
 
 Ref<Object> ObjectMember(const Ref<Object>& object, std::string_view member) {
-    const Ref<Object> read = ConvertTo<Ref<Object>>(object->ReadMember(member));
+    Ref<Object> read = ConvertTo<Ref<Object>>(object->ReadMember(member));
     if (!read) Raise(RunTimeError::ObjectNotSet);
     return read;
 }
