@@ -1,0 +1,64 @@
+#include "host/commands/commands.h"
+#include "host/commands/options.h"
+#include "host/load/importer.h"
+#include "host/load/table.h"
+#include "host/text/grid.h"
+
+#include <fmt/format.h>
+
+namespace host {
+
+namespace {
+
+void ImportFolder(const std::string& path, const std::string& folder, Console& console) {
+    Plant plant(path, Plant::Use::Write);
+    Transaction transaction(plant);
+    const load::Imported imported = load::Import(plant, folder);
+    transaction.Commit();
+
+    text::Grid grid({{"File"}, {"Rows", text::Grid::Align::Right}});
+    for (const auto& [file, rows] : imported)
+        grid.Add({file, std::to_string(rows)});
+    grid.Print(console.out);
+}
+
+/// What the files hold, from the tables themselves.
+std::string Details() {
+    std::string details =
+        "UTF-8 with , or ; between the cells. Lines refer to one another by name, number or identifier. Dates are\n"
+        "yyyy-mm-dd or dd/mm/yyyy, numbers have a decimal point, flags are 0 or 1. The files and their columns, in "
+        "any\n"
+        "order (* must be there and filled in):\n";
+    for (const load::Table& table : load::Tables()) {
+        details += fmt::format("\n  {}\n", table.file);
+        std::string line = "   ";
+        for (const load::Column& column : table.columns) {
+            const std::string name = std::string(column.name) + (column.required ? "*" : "");
+            if (line.size() + name.size() > 100) {
+                details += line + '\n';
+                line = "   ";
+            }
+            line += ' ' + name;
+        }
+        details += line;
+    }
+    return details;
+}
+
+}  // namespace
+
+void AddImportCommand(CLI::App& app, Console& console) {
+    struct Options {
+        std::string path;
+        std::string folder;
+    };
+    auto options = std::make_shared<Options>();
+    CLI::App* command = AddCommand(app, "import", "Read a plant from CSV files: all of it, or nothing.",
+                                   "zontara import plant.db ./my-plant", Details());
+    AddDatabase(*command, options->path);
+    command->add_option("DIR", options->folder, "The folder with the files; those that aren't needed may be missing")
+        ->required();
+    command->callback([options, &console] { ImportFolder(options->path, options->folder, console); });
+}
+
+}  // namespace host

@@ -1,0 +1,45 @@
+#include "host/meters.h"
+
+#include "frame/convert.h"
+#include "host/text/grid.h"
+
+namespace host {
+
+double AccumulatedOf(Plant& plant, const std::string& asset) {
+    auto find = plant.Database().Prepare("SELECT Acumulado_Lectura FROM Activo WHERE ID_Activo = ?1");
+    return find.Bind(1, asset).Step() ? find.Real(0) : 0;
+}
+
+std::vector<MeterState> MeterStates(Plant& plant, const std::string& asset) {
+    auto rows = plant.Database().Prepare(
+        "SELECT i.SC_Imputacion_Sistematica, g.Numero_Gama, g.Descripcion, i.Lectura_Limite, i.Ultimo_Acumulado,"
+        " a.Acumulado_Lectura - i.Ultimo_Acumulado"
+        " FROM Imputacion_Sistematica i"
+        " JOIN Activo a ON a.ID_Activo = i.ID_Activo"
+        " JOIN Gama g ON g.SC_Gama = i.SC_Gama"
+        " WHERE i.ID_Activo = ?1 AND i.Anulada = 0 ORDER BY i.Lectura_Limite DESC, i.SC_Imputacion_Sistematica");
+    rows.Bind(1, asset);
+    std::vector<MeterState> states;
+    while (rows.Step()) {
+        states.push_back({rows.Int(0), rows.Int(1), rows.Text(2), rows.Int(3), rows.Int(4), rows.Real(5)});
+    }
+    return states;
+}
+
+void Print(std::ostream& out, const std::vector<MeterState>& states) {
+    using Align = text::Grid::Align;
+    text::Grid grid({{"Key", Align::Right},
+                     {"Task", Align::Right},
+                     {"Task name", Align::Left, 40},
+                     {"Interval", Align::Right},
+                     {"Reference", Align::Right},
+                     {"Growth", Align::Right},
+                     {"Due"}});
+    for (const MeterState& state : states) {
+        grid.Add({std::to_string(state.key), std::to_string(state.task), state.taskName, std::to_string(state.limit),
+                  std::to_string(state.reference), Zontara::ToText(state.growth), state.Due() ? "due" : ""});
+    }
+    grid.Print(out);
+}
+
+}  // namespace host

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host::text {
+
+/// A table of texts for people: a header, a rule, and lines whose columns stand under one another.
+class Grid {
+public:
+    enum class Align { Left, Right };
+    struct Column {
+        std::string title;
+        Align align = Align::Left;
+        /// Longest text that is shown whole; a longer one is cut and ends in an ellipsis. 0 for no limit.
+        std::size_t widest = 0;
+    };
+
+    explicit Grid(std::vector<Column> columns);
+
+    /// Adds a line; cells that are missing are empty.
+    void Add(std::vector<std::string> cells);
+    std::size_t Lines() const { return lines_.size(); }
+
+    /// Writes header, rule and lines, each behind so many blanks. No line ends in blanks.
+    void Print(std::ostream& out, std::size_t indent = 0) const;
+
+private:
+    std::vector<Column> columns_;
+    std::vector<std::vector<std::string>> lines_;
+};
+
+/// Number of characters of a UTF-8 text.
+std::size_t Length(std::string_view text);
+
+/// The text, cut to so many characters with an ellipsis as the last when it is longer.
+std::string Cut(std::string_view text, std::size_t widest);
+
+/// "1 bulletin", "3 bulletins": a number and its noun.
+std::string Count(std::int64_t number, std::string_view noun);
+
+}  // namespace host::text

@@ -1,0 +1,112 @@
+#include "host/typelib/libraries.h"
+
+#include "Perluma/change_list.h"
+#include "dhRichClient3/recordset.h"
+#include "frame/neighbours.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace host::typelib {
+
+namespace {
+
+using Zontara::ClassTable;
+using Zontara::Guid;
+using Zontara::Library;
+using Zontara::TypeWord;
+
+/// An object's table is asked of the object. These stand for the fields, which come into being with rows alone.
+class AnyCampo : public Zontara::Campo {
+public:
+    Zontara::Value Valor() const override { return {}; }
+};
+class AnyCampos : public Zontara::Campos {
+public:
+    Zontara::Ref<Zontara::Campo> Item(const Zontara::Value& /*name*/) override { return nullptr; }
+    Zontara::Value Valor(std::string_view /*name*/) const override { return {}; }
+};
+
+std::vector<const ClassTable*> NeighbourTables() {
+    return {dhRichClient3::NewRecordset()->Table(), AnyCampos().Table(), AnyCampo().Table(),
+            Perluma::ListaCambios().Table()};
+}
+
+/// The neighbours' identifiers differ in the stem by library, and within it as the component's do: 0 for the library,
+/// 1 for classes, 2 for interfaces, and the place in the library.
+constexpr Guid Identifier(std::uint32_t stem, std::uint8_t kind, std::uint8_t position) {
+    return {stem, 0x21E4, 0x4B8F, {0xA7, 0xC2, 0x84, 0xA0, 0xC1, 0xD2, kind, position}};
+}
+
+constexpr std::uint32_t kRecordsetStem = 0x3D5A7C60;
+constexpr std::uint32_t kListStem = 0x3D5A7C61;
+
+TypeLibrary Neighbour(Library library, std::string_view name, std::string_view helpText, std::uint32_t stem) {
+    const Zontara::ComponentDescriptor& component = Zontara::Descriptor();
+    TypeLibrary made{name, helpText, component.versionMajor, component.versionMinor, component.locale,
+                     Identifier(stem, 0, 0), {}, {}};
+    for (const ClassTable* table : NeighbourTables()) {
+        if (table->library != library) continue;
+        const auto position = static_cast<std::uint8_t>(made.classes.size() + 1);
+        made.classes.push_back({table, Identifier(stem, 1, position), Identifier(stem, 2, position), {}});
+    }
+    return made;
+}
+
+TypeLibrary Component(std::vector<std::string_view> imports) {
+    const Zontara::ComponentDescriptor& component = Zontara::Descriptor();
+    TypeLibrary made{component.libraryName,  component.helpText, component.versionMajor, component.versionMinor,
+                     component.locale,       component.libraryId, std::move(imports),    {}};
+    for (const Zontara::RegisteredClass& each : component.classes) {
+        made.classes.push_back({&each.table(), each.classId, each.interfaceId, each.eventsId});
+    }
+    return made;
+}
+
+}  // namespace
+
+const std::vector<TypeLibrary>& TypeLibraries() {
+    static const std::vector<TypeLibrary> libraries{
+        Neighbour(Library::dhRichClient3, "dhRichClient3", "Connection and recordset", kRecordsetStem),
+        Neighbour(Library::Perluma, "Perluma", "Session, work orders and lists of change notices", kListStem),
+        Component({"dhRichClient3", "Perluma"}),
+    };
+    return libraries;
+}
+
+const TypeLibrary* FindLibrary(std::string_view name) {
+    const auto& libraries = TypeLibraries();
+    const auto found = std::find_if(libraries.begin(), libraries.end(), [name](const TypeLibrary& library) {
+        return Zontara::SameName(library.name, name);
+    });
+    return found == libraries.end() ? nullptr : &*found;
+}
+
+const ClassTable* FindTable(std::string_view className) {
+    if (const Zontara::RegisteredClass* known = Zontara::FindClass(className)) return &known->table();
+    for (const TypeLibrary& library : TypeLibraries()) {
+        for (const LibraryClass& each : library.classes) {
+            if (Zontara::SameName(each.table->name, className)) return each.table;
+        }
+    }
+    return nullptr;
+}
+
+std::string TypeName(const Zontara::TypeOf& type) {
+    switch (type.word) {
+        case TypeWord::None: return "";
+        case TypeWord::Text: return "text";
+        case TypeWord::Int16: return "int16";
+        case TypeWord::Int32: return "int32";
+        case TypeWord::Byte: return "byte";
+        case TypeWord::Float32: return "float32";
+        case TypeWord::Bool: return "bool";
+        case TypeWord::Money: return "money";
+        case TypeWord::Date: return "date";
+        case TypeWord::Variant: return "variant";
+        case TypeWord::Object: return std::string(type.className);
+    }
+    return "";
+}
+
+}  // namespace host::typelib

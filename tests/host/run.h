@@ -1,0 +1,52 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host_test {
+
+/// How a command ended, and what it wrote.
+struct Ran {
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+/// Runs a command of the program in this process.
+Ran Zontara(const std::vector<std::string>& words, bool terminal = false);
+
+/// A folder of its own that goes with the object.
+class Folder {
+public:
+    Folder();
+    ~Folder();
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+    /// Path of a file inside, as text.
+    std::string operator/(std::string_view name) const { return (path_ / name).string(); }
+    /// Writes a file inside.
+    void Write(std::string_view name, std::string_view text) const;
+    /// Text of a file inside.
+    std::string Read(std::string_view name) const;
+
+private:
+    std::filesystem::path path_;
+};
+
+/// Rows of a query on a database file, cells joined by "|", null as "NULL".
+std::vector<std::string> Rows(const std::string& database, std::string_view sql);
+/// The one cell of the one row of a query.
+std::string Scalar(const std::string& database, std::string_view sql);
+/// Runs a script on a database file.
+void Execute(const std::string& database, std::string_view sql);
+
+/// The CSV files of a small plant with a row or more in every table, in `folder`.
+void WriteSmallPlant(const Folder& folder);
+/// A database with the small plant in it, made by `init` and `import`; its path.
+std::string MakeSmallPlant(const Folder& folder);
+
+}  // namespace host_test
