@@ -29,15 +29,16 @@ CallArguments ByPosition(const Member& member, const Input& args, const Handles&
 
 CallArguments ByName(const Member& member, const Input& args, const Handles& handles) {
     CallArguments read;
-    for (const auto& [name, value] : args.items()) {
+    for (const auto& given : args.items()) {
+        const std::string& name = given.key();
         const auto argument = std::find_if(member.arguments.begin(), member.arguments.end(),
                                            [&](const Argument& each) { return Zontara::SameName(each.name, name); });
         if (argument == member.arguments.end()) Refuse(fmt::format("{} has no argument {}", member.name, name));
-        const bool doubled = std::any_of(read.named.begin(), read.named.end(), [&](const auto& each) {
-            return each.first == argument->name;
-        });
+        const bool doubled = std::any_of(read.named.begin(), read.named.end(),
+                                         [&](const auto& each) { return each.first == argument->name; });
         if (doubled) Refuse(fmt::format("{} is given twice", argument->name));
-        read.named.emplace_back(std::string(argument->name), FromJson(value, argument->type, handles, argument->name));
+        read.named.emplace_back(std::string(argument->name),
+                                FromJson(given.value(), argument->type, handles, argument->name));
     }
     return read;
 }

@@ -15,8 +15,8 @@ namespace host::rpc {
 
 class Params;
 
-/// A session that is driven by requests, one a line. Everything that it can call stands in the member tables. One bridge at
-/// a time in a process, since the session is the process's.
+/// A session that is driven by requests, one a line. Everything that it can call stands in the member tables. One
+/// bridge at a time in a process, since the session is the process's.
 class Bridge {
 public:
     /// Opens the database; errors as `Session`.
@@ -26,8 +26,8 @@ public:
     Bridge(const Bridge&) = delete;
     Bridge& operator=(const Bridge&) = delete;
 
-    /// Carries out the request on a line and gives the answer as one line; none for a notification. Nothing leaves as an
-    /// exception but for lack of memory while the answer is put together.
+    /// Carries out the request on a line and gives the answer as one line; none for a notification. Nothing leaves as
+    /// an exception but for lack of memory while the answer is put together.
     std::optional<std::string> Answer(std::string_view line);
 
 private:

@@ -8,8 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include <csignal>
 #include <fmt/format.h>
+#include <csignal>
 #include <iostream>
 #include <memory>
 
@@ -61,7 +61,8 @@ void AddRpcCommand(CLI::App& app, Console& console, std::istream& in) {
     command->add_flag("--trace", options->settings.trace, "Tell in each answer what the component asked for");
     command->add_option("--now", options->now, "The present date and time, as 2026-03-05T08:00:00");
     command->add_option("--short-date", options->settings.shortDate, "The short date form (dd/mm/yyyy)");
-    command->footer("\nExample:\n  echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"describe\"}' | zontara rpc plant.db");
+    command->footer(
+        "\nExample:\n  echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"describe\"}' | zontara rpc plant.db");
     command->callback([options, &in, &console] { RunRpc(*options, in, console); });
 }
 

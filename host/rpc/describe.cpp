@@ -14,10 +14,13 @@ using Zontara::MemberKind;
 
 std::string_view KindWord(MemberKind kind) {
     switch (kind) {
-        case MemberKind::Method: return "method";
-        case MemberKind::Get: return "get";
+        case MemberKind::Method:
+            return "method";
+        case MemberKind::Get:
+            return "get";
         case MemberKind::Put:
-        case MemberKind::PutRef: return "set";
+        case MemberKind::PutRef:
+            return "set";
     }
     return "";
 }
@@ -51,7 +54,8 @@ Json Described(const Zontara::ClassTable& table) {
         events.push_back({{"name", event.name}, {"args", ArgumentsJson(event.arguments)}});
     }
     Json members = Json::array();
-    for (const Member& member : table.members) members.push_back(MemberJson(member));
+    for (const Member& member : table.members)
+        members.push_back(MemberJson(member));
     return {{"name", table.name},
             {"interface", table.interfaceName},
             {"appObject", table.appObject},
@@ -61,7 +65,8 @@ Json Described(const Zontara::ClassTable& table) {
 
 Json DescribedAll() {
     Json classes = Json::array();
-    for (const Zontara::RegisteredClass& each : Zontara::Descriptor().classes) classes.push_back(Described(each.table()));
+    for (const Zontara::RegisteredClass& each : Zontara::Descriptor().classes)
+        classes.push_back(Described(each.table()));
     return classes;
 }
 

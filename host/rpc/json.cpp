@@ -13,8 +13,7 @@ constexpr int kDeepest = 16;
 
 Input Parsed(std::string_view text) {
     const auto keep = [](int depth, Input::parse_event_t event, Input& /*parsed*/) {
-        const bool opens =
-            event == Input::parse_event_t::object_start || event == Input::parse_event_t::array_start;
+        const bool opens = event == Input::parse_event_t::object_start || event == Input::parse_event_t::array_start;
         return !opens || depth < kDeepest;
     };
     return Input::parse(text.begin(), text.end(), keep);
@@ -33,7 +32,8 @@ std::string WithinRange(std::string_view text) {
         const bool number = !quoted && (c == '-' || std::isdigit(static_cast<unsigned char>(c)) != 0);
         std::size_t end = at + 1;
         if (number) {
-            while (end < text.size() && IsNumberPart(text[end])) ++end;
+            while (end < text.size() && IsNumberPart(text[end]))
+                ++end;
         } else if (quoted && c == '\\' && end < text.size()) {
             ++end;
         } else if (c == '"') {

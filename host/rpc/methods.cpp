@@ -93,7 +93,8 @@ Json Bridge::Invoke(const Input* params) {
     const Zontara::CallResult result = Zontara::Invoke(*object, member.name, member.kind, std::move(arguments));
     Json answer{{"value", ToJson(result.value, &handles_)}};
     Json changed = Json::object();
-    for (const auto& [name, value] : result.changed) changed[std::string(name)] = ToJson(value, &handles_);
+    for (const auto& [name, value] : result.changed)
+        changed[std::string(name)] = ToJson(value, &handles_);
     answer["byref"] = std::move(changed);
     return answer;
 }

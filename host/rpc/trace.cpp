@@ -16,7 +16,8 @@ void Trace::Key(const std::string& table, std::int32_t value) {
 
 void Trace::Service(std::string_view name, const std::vector<Zontara::Value>& arguments, const Zontara::Value& result) {
     Json shown = Json::array();
-    for (const Zontara::Value& each : arguments) shown.push_back(ToJson(each, nullptr));
+    for (const Zontara::Value& each : arguments)
+        shown.push_back(ToJson(each, nullptr));
     entries_.push_back({{"service", name}, {"args", std::move(shown)}, {"result", ToJson(result, nullptr)}});
 }
 

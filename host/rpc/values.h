@@ -15,10 +15,10 @@ namespace host::rpc {
 /// rows, and then stands on its first row; without, rows and notices alone. What holds nothing is null.
 Json ToJson(const Zontara::Value& value, Handles* handles);
 
-/// The value of a type that JSON stands for. Nothing is converted: whole numbers for the integer types (5.0 is one) within
-/// their range, numbers for float32 and money (this one with at most four decimals), true and false for a bool, texts,
-/// dates as `ReadDate`, a known handle of the right class or null for an object; for a tagged value a text, a number,
-/// true or false. A `Refusal` for everything else, which names `argument`.
+/// The value of a type that JSON stands for. Nothing is converted: whole numbers for the integer types (5.0 is one)
+/// within their range, numbers for float32 and money (this one with at most four decimals), true and false for a bool,
+/// texts, dates as `ReadDate`, a known handle of the right class or null for an object; for a tagged value a text, a
+/// number, true or false. A `Refusal` for everything else, which names `argument`.
 Zontara::Value FromJson(const Input& json, const Zontara::TypeOf& type, const Handles& handles,
                         std::string_view argument);
 

@@ -41,8 +41,7 @@ std::optional<std::int32_t> Whole(const Input& json) {
     return static_cast<std::int32_t>(number);
 }
 
-template <class T>
-std::optional<Value> Integer(const Input& json) {
+template <class T> std::optional<Value> Integer(const Input& json) {
     const std::optional<std::int32_t> whole = Whole(json);
     if (!whole || *whole < std::numeric_limits<T>::min() || *whole > std::numeric_limits<T>::max()) return std::nullopt;
     return Value(static_cast<T>(*whole));
@@ -98,35 +97,56 @@ std::optional<Value> Reference(const Input& json, const TypeOf& type, const Hand
 
 std::optional<Value> Converted(const Input& json, const TypeOf& type, const Handles& handles) {
     switch (type.word) {
-        case TypeWord::None: return std::nullopt;
+        case TypeWord::None:
+            return std::nullopt;
         case TypeWord::Text:
             return json.is_string() ? std::optional<Value>(json.get_ref<const std::string&>()) : std::nullopt;
-        case TypeWord::Int16: return Integer<std::int16_t>(json);
-        case TypeWord::Int32: return Integer<std::int32_t>(json);
-        case TypeWord::Byte: return Integer<std::uint8_t>(json);
-        case TypeWord::Float32: return Float32(json);
-        case TypeWord::Bool: return json.is_boolean() ? std::optional<Value>(json.get<bool>()) : std::nullopt;
-        case TypeWord::Money: return Amount(json);
-        case TypeWord::Date: return DateValue(json);
-        case TypeWord::Variant: return Tagged(json);
-        case TypeWord::Object: return Reference(json, type, handles);
+        case TypeWord::Int16:
+            return Integer<std::int16_t>(json);
+        case TypeWord::Int32:
+            return Integer<std::int32_t>(json);
+        case TypeWord::Byte:
+            return Integer<std::uint8_t>(json);
+        case TypeWord::Float32:
+            return Float32(json);
+        case TypeWord::Bool:
+            return json.is_boolean() ? std::optional<Value>(json.get<bool>()) : std::nullopt;
+        case TypeWord::Money:
+            return Amount(json);
+        case TypeWord::Date:
+            return DateValue(json);
+        case TypeWord::Variant:
+            return Tagged(json);
+        case TypeWord::Object:
+            return Reference(json, type, handles);
     }
     return std::nullopt;
 }
 
 std::string_view Expected(const TypeOf& type) {
     switch (type.word) {
-        case TypeWord::Text: return "a text";
-        case TypeWord::Int16: return "a whole number from -32768 to 32767";
-        case TypeWord::Int32: return "a whole number from -2147483648 to 2147483647";
-        case TypeWord::Byte: return "a whole number from 0 to 255";
-        case TypeWord::Float32: return "a number in the range of a float32";
-        case TypeWord::Bool: return "true or false";
-        case TypeWord::Money: return "a number with at most four decimals";
-        case TypeWord::Date: return "a date, as \"2026-03-05\" or \"2026-03-05T08:00:00\"";
-        case TypeWord::Variant: return "a text, a number, true or false";
-        case TypeWord::Object: return "{\"object\":HANDLE} or null, the object being of class";
-        case TypeWord::None: return "nothing";
+        case TypeWord::Text:
+            return "a text";
+        case TypeWord::Int16:
+            return "a whole number from -32768 to 32767";
+        case TypeWord::Int32:
+            return "a whole number from -2147483648 to 2147483647";
+        case TypeWord::Byte:
+            return "a whole number from 0 to 255";
+        case TypeWord::Float32:
+            return "a number in the range of a float32";
+        case TypeWord::Bool:
+            return "true or false";
+        case TypeWord::Money:
+            return "a number with at most four decimals";
+        case TypeWord::Date:
+            return "a date, as \"2026-03-05\" or \"2026-03-05T08:00:00\"";
+        case TypeWord::Variant:
+            return "a text, a number, true or false";
+        case TypeWord::Object:
+            return "{\"object\":HANDLE} or null, the object being of class";
+        case TypeWord::None:
+            return "nothing";
     }
     return "";
 }

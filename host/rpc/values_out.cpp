@@ -27,18 +27,21 @@ Json Amount(Zontara::Money amount) {
 
 Json Notices(const Zontara::ListaCambios& list) {
     Json notices = Json::array();
-    for (std::int32_t position = 1; position <= list.Total(); ++position) notices.push_back(list.Elemento(position));
+    for (std::int32_t position = 1; position <= list.Total(); ++position)
+        notices.push_back(list.Elemento(position));
     return notices;
 }
 
 Json Rows(Zontara::Recordset& rows) {
     const std::int32_t columns = rows.TotalColumnas();
     Json names = Json::array();
-    for (std::int32_t column = 0; column < columns; ++column) names.push_back(rows.NombreColumna(column));
+    for (std::int32_t column = 0; column < columns; ++column)
+        names.push_back(rows.NombreColumna(column));
     Json values = Json::array();
     for (rows.MoverPrimero(); !rows.FinDeDatos(); rows.MoverSiguiente()) {
         Json row = Json::array();
-        for (std::int32_t column = 0; column < columns; ++column) row.push_back(ToJson(rows.ValorEn(column), nullptr));
+        for (std::int32_t column = 0; column < columns; ++column)
+            row.push_back(ToJson(rows.ValorEn(column), nullptr));
         values.push_back(std::move(row));
     }
     rows.MoverPrimero();
@@ -56,7 +59,8 @@ Json ObjectJson(const Ref<Object>& object, Handles* handles) {
 
 Json ListJson(const Zontara::Array& list, Handles* handles) {
     Json json = Json::array();
-    for (const Value& each : list) json.push_back(ToJson(each, handles));
+    for (const Value& each : list)
+        json.push_back(ToJson(each, handles));
     return json;
 }
 
@@ -66,18 +70,30 @@ Json ToJson(const Value& value, Handles* handles) {
     switch (value.kind()) {
         case Value::Kind::Empty:
         case Value::Kind::Null:
-        case Value::Kind::Absent: return nullptr;
-        case Value::Kind::Bool: return value.Get<bool>();
-        case Value::Kind::Byte: return value.Get<std::uint8_t>();
-        case Value::Kind::Int16: return value.Get<std::int16_t>();
-        case Value::Kind::Int32: return value.Get<std::int32_t>();
-        case Value::Kind::Float32: return Number(value.Get<float>());
-        case Value::Kind::Float64: return value.Get<double>();
-        case Value::Kind::Money: return Amount(value.Get<Zontara::Money>());
-        case Value::Kind::Date: return WriteDate(value.Get<Zontara::Date>());
-        case Value::Kind::Text: return value.Get<std::string>();
-        case Value::Kind::Object: return ObjectJson(value.Get<Ref<Object>>(), handles);
-        case Value::Kind::List: return ListJson(value.Get<Zontara::Array>(), handles);
+        case Value::Kind::Absent:
+            return nullptr;
+        case Value::Kind::Bool:
+            return value.Get<bool>();
+        case Value::Kind::Byte:
+            return value.Get<std::uint8_t>();
+        case Value::Kind::Int16:
+            return value.Get<std::int16_t>();
+        case Value::Kind::Int32:
+            return value.Get<std::int32_t>();
+        case Value::Kind::Float32:
+            return Number(value.Get<float>());
+        case Value::Kind::Float64:
+            return value.Get<double>();
+        case Value::Kind::Money:
+            return Amount(value.Get<Zontara::Money>());
+        case Value::Kind::Date:
+            return WriteDate(value.Get<Zontara::Date>());
+        case Value::Kind::Text:
+            return value.Get<std::string>();
+        case Value::Kind::Object:
+            return ObjectJson(value.Get<Ref<Object>>(), handles);
+        case Value::Kind::List:
+            return ListJson(value.Get<Zontara::Array>(), handles);
     }
     return nullptr;
 }

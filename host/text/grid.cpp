@@ -1,6 +1,5 @@
 #include "host/text/grid.h"
 
-#include <fmt/format.h>
 #include <algorithm>
 
 namespace host::text {
@@ -31,10 +30,6 @@ std::string Cut(std::string_view text, std::size_t widest) {
         } while (at < text.size() && Continues(text[at]));
     }
     return std::string(text.substr(0, at)) + "…";
-}
-
-std::string Count(std::int64_t number, std::string_view noun) {
-    return fmt::format("{} {}{}", number, noun, number == 1 ? "" : "s");
 }
 
 Grid::Grid(std::vector<Column> columns) : columns_(std::move(columns)) {}

@@ -39,7 +39,4 @@ std::size_t Length(std::string_view text);
 /// The text, cut to so many characters with an ellipsis as the last when it is longer.
 std::string Cut(std::string_view text, std::size_t widest);
 
-/// "1 bulletin", "3 bulletins": a number and its noun.
-std::string Count(std::int64_t number, std::string_view noun);
-
 }  // namespace host::text

@@ -6,8 +6,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <fmt/format.h>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 
@@ -31,7 +31,8 @@ std::vector<const typelib::TypeLibrary*> Chosen(const std::string& name) {
         return {library};
     }
     std::vector<const typelib::TypeLibrary*> all;
-    for (const typelib::TypeLibrary& library : typelib::TypeLibraries()) all.push_back(&library);
+    for (const typelib::TypeLibrary& library : typelib::TypeLibraries())
+        all.push_back(&library);
     return all;
 }
 

@@ -18,7 +18,8 @@ using Zontara::MemberKind;
 using Zontara::TypeOf;
 using Zontara::TypeWord;
 
-constexpr std::string_view kHead = R"(// Type library {0} {1}.{2}. Made by `zontara idl` from the member tables of the classes.
+constexpr std::string_view kHead =
+    R"(// Type library {0} {1}.{2}. Made by `zontara idl` from the member tables of the classes.
 
 // widl has no default of a text by reference and no custom data of a class.
 #ifdef __WIDL__
@@ -34,16 +35,26 @@ import "oaidl.idl";
 
 std::string IdlType(const TypeOf& type) {
     switch (type.word) {
-        case TypeWord::None: return "void";
-        case TypeWord::Text: return "BSTR";
-        case TypeWord::Int16: return "short";
-        case TypeWord::Int32: return "long";
-        case TypeWord::Byte: return "unsigned char";
-        case TypeWord::Float32: return "float";
-        case TypeWord::Bool: return "VARIANT_BOOL";
-        case TypeWord::Money: return "CURRENCY";
-        case TypeWord::Date: return "DATE";
-        case TypeWord::Variant: return "VARIANT";
+        case TypeWord::None:
+            return "void";
+        case TypeWord::Text:
+            return "BSTR";
+        case TypeWord::Int16:
+            return "short";
+        case TypeWord::Int32:
+            return "long";
+        case TypeWord::Byte:
+            return "unsigned char";
+        case TypeWord::Float32:
+            return "float";
+        case TypeWord::Bool:
+            return "VARIANT_BOOL";
+        case TypeWord::Money:
+            return "CURRENCY";
+        case TypeWord::Date:
+            return "DATE";
+        case TypeWord::Variant:
+            return "VARIANT";
         case TypeWord::Object: {
             const ClassTable* table = FindTable(type.className);
             return fmt::format("{}*", table != nullptr ? table->interfaceName : "IDispatch");
@@ -55,9 +66,12 @@ std::string IdlType(const TypeOf& type) {
 /// The default as the attribute has it: a text in quotes, everything else as a number.
 std::string IdlDefault(const Argument& argument) {
     switch (argument.type.word) {
-        case TypeWord::Text: return fmt::format("\"{}\"", Zontara::ToText(argument.defaultValue));
-        case TypeWord::Object: return "0";
-        default: return Zontara::ToText(Zontara::ConvertTo<double>(argument.defaultValue));
+        case TypeWord::Text:
+            return fmt::format("\"{}\"", Zontara::ToText(argument.defaultValue));
+        case TypeWord::Object:
+            return "0";
+        default:
+            return Zontara::ToText(Zontara::ConvertTo<double>(argument.defaultValue));
     }
 }
 
@@ -71,6 +85,7 @@ std::string Attributes(const Argument& argument) {
 
 std::vector<std::string> Parameters(const std::vector<Argument>& arguments) {
     std::vector<std::string> texts;
+    texts.reserve(arguments.size() + 1);
     for (const Argument& argument : arguments) {
         texts.push_back(fmt::format("[{}] {}{} {}", Attributes(argument), IdlType(argument.type),
                                     argument.byRef ? "*" : "", argument.name));
@@ -80,10 +95,14 @@ std::vector<std::string> Parameters(const std::vector<Argument>& arguments) {
 
 std::string_view KindAttribute(MemberKind kind) {
     switch (kind) {
-        case MemberKind::Method: return "";
-        case MemberKind::Get: return ", propget";
-        case MemberKind::Put: return ", propput";
-        case MemberKind::PutRef: return ", propputref";
+        case MemberKind::Method:
+            return "";
+        case MemberKind::Get:
+            return ", propget";
+        case MemberKind::Put:
+            return ", propput";
+        case MemberKind::PutRef:
+            return ", propputref";
     }
     return "";
 }
@@ -142,19 +161,23 @@ std::string CoclassText(const LibraryClass& each) {
 
 std::string Idl(const TypeLibrary& library) {
     std::string text = fmt::format(kHead, library.name, library.versionMajor, library.versionMinor);
-    for (const std::string_view import : library.imports) text += fmt::format("import \"{}.idl\";\n", import);
+    for (const std::string_view import : library.imports)
+        text += fmt::format("import \"{}.idl\";\n", import);
     text += fmt::format(
         "\n[\n    uuid({}),\n    version({}.{}),\n    lcid({}),\n    helpstring(\"{}\")\n]\nlibrary {}\n{{\n"
         "    importlib(\"stdole2.tlb\");\n",
         Zontara::ToText(library.id), library.versionMajor, library.versionMinor, library.locale, library.helpText,
         library.name);
-    for (const std::string_view import : library.imports) text += fmt::format("    importlib(\"{}.tlb\");\n", import);
+    for (const std::string_view import : library.imports)
+        text += fmt::format("    importlib(\"{}.tlb\");\n", import);
     text += "\n";
     for (const LibraryClass& each : library.classes) {
         text += fmt::format("    interface {};\n", each.table->interfaceName);
     }
-    for (const LibraryClass& each : library.classes) text += InterfaceText(each) + EventsText(each);
-    for (const LibraryClass& each : library.classes) text += CoclassText(each);
+    for (const LibraryClass& each : library.classes)
+        text += InterfaceText(each) + EventsText(each);
+    for (const LibraryClass& each : library.classes)
+        text += CoclassText(each);
     return text + "};\n";
 }
 

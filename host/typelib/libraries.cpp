@@ -43,8 +43,9 @@ constexpr std::uint32_t kListStem = 0x3D5A7C61;
 
 TypeLibrary Neighbour(Library library, std::string_view name, std::string_view helpText, std::uint32_t stem) {
     const Zontara::ComponentDescriptor& component = Zontara::Descriptor();
-    TypeLibrary made{name, helpText, component.versionMajor, component.versionMinor, component.locale,
-                     Identifier(stem, 0, 0), {}, {}};
+    TypeLibrary made{
+        name, helpText, component.versionMajor, component.versionMinor, component.locale, Identifier(stem, 0, 0),
+        {},   {}};
     for (const ClassTable* table : NeighbourTables()) {
         if (table->library != library) continue;
         const auto position = static_cast<std::uint8_t>(made.classes.size() + 1);
@@ -55,8 +56,8 @@ TypeLibrary Neighbour(Library library, std::string_view name, std::string_view h
 
 TypeLibrary Component(std::vector<std::string_view> imports) {
     const Zontara::ComponentDescriptor& component = Zontara::Descriptor();
-    TypeLibrary made{component.libraryName,  component.helpText, component.versionMajor, component.versionMinor,
-                     component.locale,       component.libraryId, std::move(imports),    {}};
+    TypeLibrary made{component.libraryName, component.helpText,  component.versionMajor, component.versionMinor,
+                     component.locale,      component.libraryId, std::move(imports),     {}};
     for (const Zontara::RegisteredClass& each : component.classes) {
         made.classes.push_back({&each.table(), each.classId, each.interfaceId, each.eventsId});
     }
@@ -94,17 +95,28 @@ const ClassTable* FindTable(std::string_view className) {
 
 std::string TypeName(const Zontara::TypeOf& type) {
     switch (type.word) {
-        case TypeWord::None: return "";
-        case TypeWord::Text: return "text";
-        case TypeWord::Int16: return "int16";
-        case TypeWord::Int32: return "int32";
-        case TypeWord::Byte: return "byte";
-        case TypeWord::Float32: return "float32";
-        case TypeWord::Bool: return "bool";
-        case TypeWord::Money: return "money";
-        case TypeWord::Date: return "date";
-        case TypeWord::Variant: return "variant";
-        case TypeWord::Object: return std::string(type.className);
+        case TypeWord::None:
+            return "";
+        case TypeWord::Text:
+            return "text";
+        case TypeWord::Int16:
+            return "int16";
+        case TypeWord::Int32:
+            return "int32";
+        case TypeWord::Byte:
+            return "byte";
+        case TypeWord::Float32:
+            return "float32";
+        case TypeWord::Bool:
+            return "bool";
+        case TypeWord::Money:
+            return "money";
+        case TypeWord::Date:
+            return "date";
+        case TypeWord::Variant:
+            return "variant";
+        case TypeWord::Object:
+            return std::string(type.className);
     }
     return "";
 }

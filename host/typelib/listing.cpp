@@ -16,10 +16,14 @@ using Zontara::TypeWord;
 
 std::string_view KindWord(MemberKind kind) {
     switch (kind) {
-        case MemberKind::Method: return "method";
-        case MemberKind::Get: return "get";
-        case MemberKind::Put: return "set";
-        case MemberKind::PutRef: return "set by reference";
+        case MemberKind::Method:
+            return "method";
+        case MemberKind::Get:
+            return "get";
+        case MemberKind::Put:
+            return "set";
+        case MemberKind::PutRef:
+            return "set by reference";
     }
     return "";
 }
@@ -38,7 +42,9 @@ std::string ArgumentText(const Argument& argument) {
 
 std::string ArgumentsText(const std::vector<Argument>& arguments) {
     std::vector<std::string> texts;
-    for (const Argument& argument : arguments) texts.push_back(ArgumentText(argument));
+    texts.reserve(arguments.size());
+    for (const Argument& argument : arguments)
+        texts.push_back(ArgumentText(argument));
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
@@ -50,17 +56,18 @@ std::string MemberText(const Member& member) {
 
 std::string ClassText(const LibraryClass& each) {
     const Zontara::ClassTable& table = *each.table;
-    std::string text = fmt::format("\nclass {} {{{}}}{}{}\n", table.name, Zontara::ToText(each.classId),
-                                   table.create ? ", creatable" : "",
-                                   table.appObject ? ", application object, predeclared" : "");
+    std::string text =
+        fmt::format("\nclass {} {{{}}}{}{}\n", table.name, Zontara::ToText(each.classId),
+                    table.create ? ", creatable" : "", table.appObject ? ", application object, predeclared" : "");
     text += fmt::format("  interface {} {{{}}}, default, dual, hidden\n", table.interfaceName,
                         Zontara::ToText(each.interfaceId));
     std::size_t number = 0;
-    for (const Member& member : table.members) text += fmt::format("{:6}  {}\n", ++number, MemberText(member));
+    for (const Member& member : table.members)
+        text += fmt::format("{:6}  {}\n", ++number, MemberText(member));
     if (table.events.empty()) return text;
 
-    text += fmt::format("  interface _{} {{{}}}, source, hidden\n", table.interfaceName,
-                        Zontara::ToText(each.eventsId));
+    text +=
+        fmt::format("  interface _{} {{{}}}, source, hidden\n", table.interfaceName, Zontara::ToText(each.eventsId));
     number = 0;
     for (const Zontara::Event& event : table.events) {
         text += fmt::format("{:6}  event {}({})\n", ++number, event.name, ArgumentsText(event.arguments));
@@ -71,11 +78,12 @@ std::string ClassText(const LibraryClass& each) {
 }  // namespace
 
 std::string Listing(const TypeLibrary& library) {
-    std::string text = fmt::format("library {} {{{}}}\n  help text: {}\n  version: {}.{}\n  locale: {}\n",
-                                   library.name, Zontara::ToText(library.id), library.helpText, library.versionMajor,
+    std::string text = fmt::format("library {} {{{}}}\n  help text: {}\n  version: {}.{}\n  locale: {}\n", library.name,
+                                   Zontara::ToText(library.id), library.helpText, library.versionMajor,
                                    library.versionMinor, library.locale);
     if (!library.imports.empty()) text += fmt::format("  imports: {}\n", fmt::join(library.imports, ", "));
-    for (const LibraryClass& each : library.classes) text += ClassText(each);
+    for (const LibraryClass& each : library.classes)
+        text += ClassText(each);
     return text;
 }
 

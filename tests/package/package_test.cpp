@@ -22,7 +22,7 @@ struct Finished {
     std::string output;
 };
 
-Finished Run(const std::string& command) {
+Finished Shell(const std::string& command) {
     Finished finished{-1, {}};
     FILE* pipe = popen((command + " 2>&1").c_str(), "r");
     if (pipe == nullptr) return finished;
@@ -38,7 +38,7 @@ class PackageTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {
         prefix = fs::temp_directory_path() / ("zontara-package-" + std::to_string(getpid()));
-        installed = Run("cmake --install " ZONTARA_LIBRARY_BUILD " --prefix " + prefix.string());
+        installed = Shell("cmake --install " ZONTARA_LIBRARY_BUILD " --prefix " + prefix.string());
     }
     static void TearDownTestSuite() { fs::remove_all(prefix); }
 
@@ -68,12 +68,12 @@ const char* const kConsumerSays =
 TEST_F(PackageTest, FindPackageBuildsAConsumer) {
     const fs::path build = prefix / "consumer";
     const Finished configured =
-        Run("cmake -S " ZONTARA_SOURCE_DIR "/tests/package/consumer -B " + build.string() +
+        Shell("cmake -S " ZONTARA_SOURCE_DIR "/tests/package/consumer -B " + build.string() +
             " -DCMAKE_PREFIX_PATH=" + prefix.string() + " -DCMAKE_CXX_FLAGS='" ZONTARA_FLAGS "'");
     ASSERT_EQ(configured.status, 0) << configured.output;
-    const Finished built = Run("cmake --build " + build.string());
+    const Finished built = Shell("cmake --build " + build.string());
     ASSERT_EQ(built.status, 0) << built.output;
-    const Finished ran = Run((build / "consumer").string());
+    const Finished ran = Shell((build / "consumer").string());
     EXPECT_EQ(ran.status, 0) << ran.output;
     EXPECT_THAT(ran.output, HasSubstr(kConsumerSays));
     EXPECT_THAT(ran.output, HasSubstr("No session is open"));
@@ -82,17 +82,17 @@ TEST_F(PackageTest, FindPackageBuildsAConsumer) {
 TEST_F(PackageTest, PkgConfigBuildsAConsumer) {
     const fs::path lib = fs::path(Library()).parent_path();
     const std::string program = (prefix / "by-pkg-config").string();
-    const Finished built = Run("c++ " ZONTARA_SOURCE_DIR "/tests/package/consumer/main.cpp -o " + program +
+    const Finished built = Shell("c++ " ZONTARA_SOURCE_DIR "/tests/package/consumer/main.cpp -o " + program +
                                " " ZONTARA_FLAGS " $(PKG_CONFIG_PATH=" + (lib / "pkgconfig").string() +
                                " pkg-config --define-variable=prefix=" + prefix.string() + " --cflags --libs zontara)");
     ASSERT_EQ(built.status, 0) << built.output;
-    const Finished ran = Run("LD_LIBRARY_PATH=" + lib.string() + " " + program);
+    const Finished ran = Shell("LD_LIBRARY_PATH=" + lib.string() + " " + program);
     EXPECT_EQ(ran.status, 0) << ran.output;
     EXPECT_THAT(ran.output, HasSubstr(kConsumerSays));
 }
 
 TEST_F(PackageTest, ShowsOnlyWhatAUserNeeds) {
-    const Finished symbols = Run("nm -DC --defined-only " + Library());
+    const Finished symbols = Shell("nm -DC --defined-only " + Library());
     ASSERT_EQ(symbols.status, 0) << symbols.output;
     for (const char* entry : {"DllRegisterServer", "DllUnregisterServer", "DllGetClassObject", "DllCanUnloadNow",
                               "Zontara::CBoletin::Borrar(int)", "typeinfo for Zontara::RaisedError",
@@ -121,7 +121,7 @@ TEST_F(PackageTest, PublicHeadersStandOnTheirOwn) {
     all.close();
     EXPECT_GE(count, 33);
     const Finished compiled =
-        Run("c++ -x c++ -std=c++20 -fsyntax-only -I" + headers.string() + " " + (prefix / "all.sh").string());
+        Shell("c++ -x c++ -std=c++20 -fsyntax-only -I" + headers.string() + " " + (prefix / "all.sh").string());
     EXPECT_EQ(compiled.status, 0) << compiled.output;
 }
 

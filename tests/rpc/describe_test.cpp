@@ -1,5 +1,7 @@
 #include "tests/rpc/bridge_test.h"
 
+#include <set>
+
 using namespace support;
 using ::testing::ElementsAre;
 
@@ -20,8 +22,10 @@ Json MemberOf(const Json& described, const std::string& name, const std::string&
 
 TEST(Describe, GivesTheSixteenClassesInRegistrationOrder) {
     Client client;
+    const Json classes = client.Result("describe")["classes"];
     std::vector<std::string> names;
-    for (const Json& each : client.Result("describe")["classes"]) names.push_back(each["name"]);
+    for (const Json& each : classes)
+        names.push_back(each["name"]);
     EXPECT_THAT(names, ElementsAre("CMaterialGama", "CConfiguracionOTBoletin", "CEjecutorGama", "CUsuarioEjecutorGama",
                                    "CUnidadLectura", "COrdenGenerada", "CLecturaEquipo", "CImputacionSistematica",
                                    "CImputacionPreventiva", "CImputacionParalela", "CGrupoGama", "CGama", "CEquipo",
@@ -31,21 +35,24 @@ TEST(Describe, GivesTheSixteenClassesInRegistrationOrder) {
 
 TEST(Describe, TellsAClassWhole) {
     Client client;
-    EXPECT_EQ(client.bridge.Answer(R"({"jsonrpc":"2.0","id":1,"method":"describe","params":{"class":"cunidadlectura"}})"),
-              R"({"jsonrpc":"2.0","id":1,"result":{"classes":[{"name":"CUnidadLectura","interface":"_CUnidadLectura",)"
-              R"("appObject":false,"events":[],"members":[)"
-              R"({"name":"Nuevo","kind":"method","args":[{"name":"Descripcion","type":"text","byref":false,"optional":false},)"
-              R"({"name":"ConIDCero","type":"bool","byref":true,"optional":true,"default":false}],"result":"int32"},)"
-              R"({"name":"Borrar","kind":"method","args":[{"name":"SC_Unidad_Lectura","type":"int32","byref":false,"optional":false}],"result":null},)"
-              R"({"name":"Seleccionar","kind":"method","args":[],"result":"Recordset"},)"
-              R"({"name":"Salvar","kind":"method","args":[{"name":"SC_Unidad_Lectura","type":"int32","byref":false,"optional":false},)"
-              R"({"name":"Descripcion","type":"text","byref":false,"optional":false}],"result":null},)"
-              R"({"name":"Buscar","kind":"method","args":[{"name":"SC_Unidad_Lectura","type":"int32","byref":false,"optional":false}],"result":"Recordset"}]}]}})");
+    EXPECT_EQ(
+        client.bridge.Answer(R"({"jsonrpc":"2.0","id":1,"method":"describe","params":{"class":"cunidadlectura"}})"),
+        R"({"jsonrpc":"2.0","id":1,"result":{"classes":[{"name":"CUnidadLectura","interface":"_CUnidadLectura",)"
+        R"("appObject":false,"events":[],"members":[)"
+        R"({"name":"Nuevo","kind":"method","args":[{"name":"Descripcion","type":"text","byref":false,"optional":false},)"
+        R"({"name":"ConIDCero","type":"bool","byref":true,"optional":true,"default":false}],"result":"int32"},)"
+        R"({"name":"Borrar","kind":"method","args":[{"name":"SC_Unidad_Lectura","type":"int32","byref":false,"optional":false}],"result":null},)"
+        R"({"name":"Seleccionar","kind":"method","args":[],"result":"Recordset"},)"
+        R"({"name":"Salvar","kind":"method","args":[{"name":"SC_Unidad_Lectura","type":"int32","byref":false,"optional":false},)"
+        R"({"name":"Descripcion","type":"text","byref":false,"optional":false}],"result":null},)"
+        R"({"name":"Buscar","kind":"method","args":[{"name":"SC_Unidad_Lectura","type":"int32","byref":false,"optional":false}],"result":"Recordset"}]}]}})");
 }
 
 TEST(Describe, MarksTheApplicationObjectAlone) {
     Client client;
-    for (const Json& each : client.Result("describe")["classes"]) {
+    const Json classes = client.Result("describe")["classes"];
+    ASSERT_EQ(classes.size(), 16U);
+    for (const Json& each : classes) {
         EXPECT_EQ(each["appObject"], each["name"] == "CGlobalPreventivo") << each["name"];
     }
 }
@@ -85,10 +92,12 @@ TEST(Describe, GivesDefaultsOfEveryKind) {
 
 TEST(Describe, UsesEveryWordForATypeAsTheProtocolHasIt) {
     Client client;
+    const Json classes = client.Result("describe")["classes"];
     std::set<std::string> words;
-    for (const Json& each : client.Result("describe")["classes"]) {
+    for (const Json& each : classes) {
         for (const Json& member : each["members"]) {
-            for (const Json& argument : member["args"]) words.insert(argument["type"].get<std::string>());
+            for (const Json& argument : member["args"])
+                words.insert(argument["type"].get<std::string>());
         }
     }
     EXPECT_THAT(words, ElementsAre("CConfiguracionOTBoletin", "ListaCambios", "Recordset", "bool", "byte", "date",

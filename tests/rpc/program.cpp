@@ -34,7 +34,8 @@ std::string ReadFile(const std::string& path) {
 Ran RunCommand(const std::string& command, const std::string& input) {
     const Folder folder;
     WriteFile(folder / "in", input);
-    const std::string whole = "( " + command + " ) < " + folder / "in" + " > " + folder / "out" + " 2> " + folder / "err";
+    const std::string whole =
+        "( " + command + " ) < " + folder / "in" + " > " + folder / "out" + " 2> " + folder / "err";
     const int status = std::system(whole.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder / "out"), ReadFile(folder / "err")};
 }

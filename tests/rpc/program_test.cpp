@@ -8,16 +8,20 @@ using ::testing::HasSubstr;
 
 namespace {
 
-constexpr const char* kCreate = R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CUnidadLectura"}})" "\n";
+constexpr const char* kCreate = R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CUnidadLectura"}})"
+                                "\n";
 constexpr const char* kNew =
-    R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":"CUnidadLectura#1","member":"Nuevo","args":["km"]}})" "\n";
+    R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":"CUnidadLectura#1","member":"Nuevo","args":["km"]}})"
+    "\n";
 constexpr const char* kCount =
-    R"({"jsonrpc":"2.0","id":3,"method":"query","params":{"sql":"SELECT count(*) AS n FROM Unidad_Lectura"}})" "\n";
+    R"({"jsonrpc":"2.0","id":3,"method":"query","params":{"sql":"SELECT count(*) AS n FROM Unidad_Lectura"}})"
+    "\n";
 
 TEST(RpcProgram, AnswersOnItsOutputAndEndsWithTheInput) {
     const Ran ran = RunZontara("rpc :memory: --create", std::string(kCreate) + kNew);
-    EXPECT_EQ(ran.out, "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"object\":\"CUnidadLectura#1\"}}\n"
-                       "{\"jsonrpc\":\"2.0\",\"id\":2,\"result\":{\"value\":1,\"byref\":{}}}\n");
+    EXPECT_EQ(ran.out,
+              "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"object\":\"CUnidadLectura#1\"}}\n"
+              "{\"jsonrpc\":\"2.0\",\"id\":2,\"result\":{\"value\":1,\"byref\":{}}}\n");
     EXPECT_EQ(ran.err, "");
     EXPECT_EQ(ran.status, 0);
 }
@@ -54,8 +58,10 @@ TEST(RpcProgram, TurnsDownAFileThatIsNoDatabase) {
 TEST(RpcProgram, RollsBackWhatIsOpenAtItsEnd) {
     const Folder folder;
     const std::string begin =
-        R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CGlobalPreventivo"}})" "\n"
-        R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"object":"CGlobalPreventivo#1","member":"IniciarTransaccion"}})" "\n";
+        R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CGlobalPreventivo"}})"
+        "\n"
+        R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"object":"CGlobalPreventivo#1","member":"IniciarTransaccion"}})"
+        "\n";
     const Ran ran = RunZontara("rpc --create " + folder / "plant.db", begin + kCreate + kNew + kCount);
     EXPECT_EQ(ran.status, 0);
     EXPECT_THAT(ran.out, HasSubstr("\"rows\":[[1]]"));
@@ -64,9 +70,12 @@ TEST(RpcProgram, RollsBackWhatIsOpenAtItsEnd) {
 
 TEST(RpcProgram, TracesWithTheClockAndTheFormThatItWasGiven) {
     const std::string overdue =
-        R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CImputacionPreventiva"}})" "\n"
-        R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":"CImputacionPreventiva#1","member":"ActivoTieneMantenimientoVencido","args":["A"]}})" "\n"
-        R"({"jsonrpc":"2.0","id":3,"method":"invoke","params":{"object":"CImputacionPreventiva#1","member":"ActivoTieneMantenimientoVencido","args":["A",0,"04/05/2026"]}})" "\n";
+        R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CImputacionPreventiva"}})"
+        "\n"
+        R"({"jsonrpc":"2.0","id":2,"method":"invoke","params":{"object":"CImputacionPreventiva#1","member":"ActivoTieneMantenimientoVencido","args":["A"]}})"
+        "\n"
+        R"({"jsonrpc":"2.0","id":3,"method":"invoke","params":{"object":"CImputacionPreventiva#1","member":"ActivoTieneMantenimientoVencido","args":["A",0,"04/05/2026"]}})"
+        "\n";
     const Ran ran =
         RunZontara("rpc :memory: --create --trace --now 2027-01-31T10:00:00 --short-date mm/dd/yyyy", overdue);
     EXPECT_EQ(ran.status, 0);
@@ -87,7 +96,9 @@ TEST(RpcProgram, TurnsWrongOptionsDown) {
 TEST(RpcProgram, EndsCleanlyWhenNobodyReadsOn) {
     const std::string many = [] {
         std::string text;
-        for (int i = 0; i < 20000; ++i) text += R"({"jsonrpc":"2.0","id":1,"method":"session"})" "\n";
+        for (int i = 0; i < 20000; ++i)
+            text += R"({"jsonrpc":"2.0","id":1,"method":"session"})"
+                    "\n";
         return text;
     }();
     const Folder folder;

@@ -31,7 +31,8 @@ TEST_P(BadLineTest, GetsItsErrorAndTheSessionGoesOn) {
 
 std::string Repeated(const std::string& text, std::size_t times) {
     std::string result;
-    for (std::size_t i = 0; i < times; ++i) result += text;
+    for (std::size_t i = 0; i < times; ++i)
+        result += text;
     return result;
 }
 
@@ -40,7 +41,8 @@ constexpr std::size_t kDeep = 200000;
 INSTANTIATE_TEST_SUITE_P(
     NoJson, BadLineTest,
     ::testing::Values(LineCase{"Empty", "", "null", -32700}, LineCase{"Blank", "  \r", "null", -32700},
-                      LineCase{"Word", "create", "null", -32700}, LineCase{"Cut", R"({"jsonrpc":"2.0","id":1)", "null", -32700},
+                      LineCase{"Word", "create", "null", -32700},
+                      LineCase{"Cut", R"({"jsonrpc":"2.0","id":1)", "null", -32700},
                       LineCase{"TwoValues", "{} {}", "null", -32700},
                       LineCase{"InvalidUtf8", "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"\xff\"}", "null", -32700},
                       LineCase{"LoneSurrogate", R"({"jsonrpc":"2.0","id":1,"method":"\ud800"})", "null", -32700},
@@ -77,7 +79,8 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"ParamsAsText", R"({"jsonrpc":"2.0","id":4,"method":"session","params":"x"})", "4", -32602},
         LineCase{"NoParams", R"({"jsonrpc":"2.0","id":4,"method":"create"})", "4", -32602},
         LineCase{"SurplusParam", R"({"jsonrpc":"2.0","id":4,"method":"session","params":{"a":1}})", "4", -32602},
-        LineCase{"NumberTooLarge", R"({"jsonrpc":"2.0","id":4,"method":"create","params":{"class":1e999}})", "4", -32602},
+        LineCase{"NumberTooLarge", R"({"jsonrpc":"2.0","id":4,"method":"create","params":{"class":1e999}})", "4",
+                 -32602},
         LineCase{"DeepParam",
                  R"({"jsonrpc":"2.0","id":4,"method":"query","params":{"sql":)" + Repeated("[", kDeep) +
                      Repeated("]", kDeep) + "}}",
@@ -122,7 +125,8 @@ std::vector<std::string> Served(const std::string& input) {
     host::rpc::Serve(client.bridge, in, out);
     std::vector<std::string> lines;
     std::istringstream answers(out.str());
-    for (std::string line; std::getline(answers, line);) lines.push_back(line);
+    for (std::string line; std::getline(answers, line);)
+        lines.push_back(line);
     return lines;
 }
 

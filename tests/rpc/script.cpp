@@ -23,7 +23,8 @@ std::string Joined(const std::string& text) {
     std::string joined;
     for (std::size_t at = text.find('"'); at != std::string::npos; at = text.find('"', at)) {
         std::size_t end = at + 1;
-        while (text.at(end) != '"') end += text[end] == '\\' ? 2 : 1;
+        while (text.at(end) != '"')
+            end += text[end] == '\\' ? 2 : 1;
         joined += Json::parse(text.substr(at, end + 1 - at)).get<std::string>();
         at = end + 1;
     }

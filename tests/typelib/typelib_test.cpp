@@ -42,14 +42,16 @@ TEST(TypeLibrary, IsWhatIsWrittenDown) {
 
 TEST(TypeLibrary, ComesBehindThoseThatItImports) {
     std::vector<std::string> names;
-    for (const TypeLibrary& library : TypeLibraries()) names.emplace_back(library.name);
+    for (const TypeLibrary& library : TypeLibraries())
+        names.emplace_back(library.name);
     EXPECT_THAT(names, ::testing::ElementsAre("dhRichClient3", "Perluma", "Zontara"));
     EXPECT_THAT(TypeLibraries().back().imports, ::testing::ElementsAre("dhRichClient3", "Perluma"));
 }
 
 TEST(TypeLibrary, HoldsTheClassesInRegistrationOrder) {
     std::vector<std::string> names;
-    for (const LibraryClass& each : FindLibrary("zontara")->classes) names.emplace_back(each.table->name);
+    for (const LibraryClass& each : FindLibrary("zontara")->classes)
+        names.emplace_back(each.table->name);
     EXPECT_THAT(names, ::testing::ElementsAre("CMaterialGama", "CConfiguracionOTBoletin", "CEjecutorGama",
                                               "CUsuarioEjecutorGama", "CUnidadLectura", "COrdenGenerada",
                                               "CLecturaEquipo", "CImputacionSistematica", "CImputacionPreventiva",
@@ -78,7 +80,8 @@ TEST(TypeLibrary, NamesOnlyClassesThatStandInOneOfTheLibraries) {
         for (const LibraryClass& each : library.classes) {
             for (const Zontara::Member& member : each.table->members) {
                 std::vector<Zontara::TypeOf> types{member.result};
-                for (const Zontara::Argument& argument : member.arguments) types.push_back(argument.type);
+                for (const Zontara::Argument& argument : member.arguments)
+                    types.push_back(argument.type);
                 for (const Zontara::TypeOf& type : types) {
                     if (type.word != Zontara::TypeWord::Object) continue;
                     EXPECT_NE(FindTable(type.className), nullptr) << each.table->name << "." << member.name;
