@@ -8,11 +8,10 @@ namespace Perluma {
 
 void ListaCambios::Agregar(const std::string& texto) {
     notices_.push_back(texto);
-    // Copies: a subscriber may end subscriptions, or add further notices, while it is told.
-    const std::string notice = texto;
+    // A copy: a subscriber may end subscriptions, or add further notices, while it is told.
     const auto subscribers = subscribers_;
     for (const auto& [subscription, subscriber] : subscribers)
-        subscriber(notice);
+        subscriber(texto);
 }
 
 std::string ListaCambios::Elemento(std::int32_t posicion) const {

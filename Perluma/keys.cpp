@@ -37,7 +37,7 @@ std::string QuotedName(std::string_view name) {
 GeneradorClaves::GeneradorClaves(Ref<Connection> connection) : connection_(std::move(connection)) {}
 
 Ref<GeneradorClaves> GeneradorClaves::On(Ref<Connection> connection) {
-    const Ref<GeneradorClaves> generator(new GeneradorClaves(std::move(connection)));
+    Ref<GeneradorClaves> generator(new GeneradorClaves(std::move(connection)));
     // Weak, since the generator holds the connection.
     const std::weak_ptr<GeneradorClaves> weak = generator;
     generator->connection_->WatchCommit(

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "frame/export.h"
 #include "frame/object.h"
 #include "frame/raised_error.h"
 #include "frame/value.h"
@@ -56,12 +55,12 @@ inline constexpr std::int32_t kFlagsWithoutConnection = ERRF_RAISE | ERRF_REPORT
 
 /// Saves the thread's current error, out of reach of whatever the handler does next. Nothing happens when there is no
 /// current error, or when one is saved already.
-ZONTARA_EXPORT void ErrPreserve();
+void ErrPreserve();
 
 /// The first call of every handler: saves the current error, and asks the developer, if the step dialog is switched on,
 /// whether the failed work is to be done again. True says that it is. The component has the dialog off, so the
 /// answer is false and nothing is shown.
-ZONTARA_EXPORT bool ErrStepMode();
+bool ErrStepMode();
 
 /// Ends a failure at one level: adds the level to the report, sends the undoing calls, and raises the error again with
 /// its first number, its help file and its help context. With no error at hand it raises `ERR_GENERAL`, and says that
@@ -80,8 +79,8 @@ ZONTARA_EXPORT bool ErrStepMode();
 /// Nothing that goes wrong on the way takes the failure's place: a section that fails makes the report shorter, an
 /// undoing call that fails is written down. When an undoing call comes back here with a failure of its own, that one is
 /// raised as it stands, with no report and no undoing of its own, and the saved error isn't touched.
-ZONTARA_EXPORT std::string ErrorIn(std::string_view location, const Value& arguments, std::int32_t flags,
-                                   const Ref<Object>& dbObject = {}, std::string_view envNames = {},
-                                   const Value& envValues = Absent{}, const Ref<Object>& transControl = {});
+std::string ErrorIn(std::string_view location, const Value& arguments, std::int32_t flags,
+                    const Ref<Object>& dbObject = {}, std::string_view envNames = {}, const Value& envValues = Absent{},
+                    const Ref<Object>& transControl = {});
 
 }  // namespace Zontara::HuntERR31

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "frame/export.h"
 #include "frame/value.h"
 
 #include <cstdint>
@@ -25,10 +24,10 @@ namespace trap_detail {
 
 /// Called inside a catch block. Takes up the exception in flight as the current error and asks for the step dialog.
 /// True: the work is to be run again.
-ZONTARA_EXPORT bool StepAgain();
+bool StepAgain();
 /// Ends a failure by `ErrorIn` with the flags 51 and the shared connection, or 43 and no database object.
-[[noreturn]] ZONTARA_EXPORT void Report(std::string_view location, const Value& arguments);
-[[noreturn]] ZONTARA_EXPORT void ReportWithoutConnection(std::string_view location, const Value& arguments);
+[[noreturn]] void Report(std::string_view location, const Value& arguments);
+[[noreturn]] void ReportWithoutConnection(std::string_view location, const Value& arguments);
 
 template <class Work, class Values, class Finish>
 auto Run(std::string_view location, Work& work, Values& values, Finish finish) -> decltype(work()) {

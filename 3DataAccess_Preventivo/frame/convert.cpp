@@ -115,9 +115,10 @@ std::string Written(bool negative, const Digits& number, int lastPlainExponent) 
         return text + "0." + std::string(static_cast<std::size_t>(-number.exponent - 1), '0') + number.digits;
     }
     if (count <= number.exponent + 1) {
-        return text + number.digits + std::string(static_cast<std::size_t>(number.exponent + 1 - count), '0');
+        return text + number.digits +
+               std::string(static_cast<std::size_t>(number.exponent) + 1 - number.digits.size(), '0');
     }
-    const auto whole = static_cast<std::size_t>(number.exponent + 1);
+    const auto whole = static_cast<std::size_t>(number.exponent) + 1;
     return text + number.digits.substr(0, whole) + "." + number.digits.substr(whole);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "frame/date.h"
-#include "frame/export.h"
 #include "frame/money.h"
 
 #include <array>
@@ -16,7 +15,7 @@ namespace Zontara {
 /// in plain digits, money and float32 in their default text, a date as YYYY-MM-DD. Quotes are part of the pieces
 /// around a value. A text is put in as it came: a quote inside it breaks the statement, and is meant to.
 /// A piece refers to its text and lives no longer than the call it is made for.
-class ZONTARA_EXPORT SqlPiece {
+class SqlPiece {
 public:
     SqlPiece(const char* text) : text_(text) {}
     SqlPiece(std::string_view text) : text_(text) {}
@@ -43,12 +42,12 @@ private:
 };
 
 /// The statement that the pieces make, joined with nothing between them.
-ZONTARA_EXPORT std::string Sql(std::initializer_list<SqlPiece> pieces);
+std::string Sql(std::initializer_list<SqlPiece> pieces);
 
 /// Puts further pieces behind a statement.
-ZONTARA_EXPORT void Append(std::string& statement, std::initializer_list<SqlPiece> pieces);
+void Append(std::string& statement, std::initializer_list<SqlPiece> pieces);
 
 /// The head of a SELECT: the default one, or "Select " and the caller's columns when there are any.
-ZONTARA_EXPORT std::string SelectHead(std::string_view defaultHead, std::string_view sColumnas);
+std::string SelectHead(std::string_view defaultHead, std::string_view sColumnas);
 
 }  // namespace Zontara

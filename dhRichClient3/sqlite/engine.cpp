@@ -142,6 +142,7 @@ RowStore Engine::FetchAll(Compiled& statement) {
     bool more = Step(statement);
     const int count = sqlite3_column_count(row);
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         names.emplace_back(sqlite3_column_name(row, i));
     RowStore rows(std::move(names));

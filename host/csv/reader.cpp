@@ -98,7 +98,7 @@ private:
     }
 
     std::string Cell(const Record& record) {
-        const std::string cell = Here('"') ? Quoted(record) : Bare(record);
+        std::string cell = Here('"') ? Quoted(record) : Bare(record);
         if (cell.find('\0') != std::string::npos) {
             Fail(record, "the cell holds a character of code 0");
         } else if (!IsUtf8(cell)) {

@@ -91,6 +91,7 @@ std::vector<std::pair<std::string, std::int64_t>> ByFrequency(const std::vector<
     for (const Paper& paper : papers)
         ++counts[{PlaceOf(paper.frequency), paper.frequency}];
     std::vector<std::pair<std::string, std::int64_t>> result;
+    result.reserve(counts.size());
     for (const auto& [frequency, count] : counts)
         result.emplace_back(frequency.second, count);
     return result;

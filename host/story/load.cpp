@@ -24,10 +24,10 @@ std::int32_t CountOf(Plant& plant, std::string_view sql) {
 
 fs::path PlantFolder() {
     std::error_code ignored;
-    const fs::path sources = ZONTARA_DEMO_PLANT;
+    fs::path sources = ZONTARA_DEMO_PLANT;
     if (fs::exists(sources / "assets.csv", ignored)) return sources;
     const fs::path program = fs::read_symlink("/proc/self/exe", ignored);
-    const fs::path installed = program.parent_path().parent_path() / "share" / "zontara" / "demo";
+    fs::path installed = program.parent_path().parent_path() / "share" / "zontara" / "demo";
     if (fs::exists(installed / "assets.csv", ignored)) return installed;
     throw Failure(fmt::format("the sample plant is missing: neither {} nor {} holds it. Install the program anew.",
                               sources.string(), installed.string()));

@@ -69,7 +69,7 @@ TEST_F(PackageTest, FindPackageBuildsAConsumer) {
     const fs::path build = prefix / "consumer";
     const Finished configured =
         Shell("cmake -S " ZONTARA_SOURCE_DIR "/tests/package/consumer -B " + build.string() +
-            " -DCMAKE_PREFIX_PATH=" + prefix.string() + " -DCMAKE_CXX_FLAGS='" ZONTARA_FLAGS "'");
+              " -DCMAKE_PREFIX_PATH=" + prefix.string() + " -DCMAKE_CXX_FLAGS='" ZONTARA_FLAGS "'");
     ASSERT_EQ(configured.status, 0) << configured.output;
     const Finished built = Shell("cmake --build " + build.string());
     ASSERT_EQ(built.status, 0) << built.output;
@@ -82,9 +82,10 @@ TEST_F(PackageTest, FindPackageBuildsAConsumer) {
 TEST_F(PackageTest, PkgConfigBuildsAConsumer) {
     const fs::path lib = fs::path(Library()).parent_path();
     const std::string program = (prefix / "by-pkg-config").string();
-    const Finished built = Shell("c++ " ZONTARA_SOURCE_DIR "/tests/package/consumer/main.cpp -o " + program +
-                               " " ZONTARA_FLAGS " $(PKG_CONFIG_PATH=" + (lib / "pkgconfig").string() +
-                               " pkg-config --define-variable=prefix=" + prefix.string() + " --cflags --libs zontara)");
+    const Finished built =
+        Shell("c++ " ZONTARA_SOURCE_DIR "/tests/package/consumer/main.cpp -o " + program +
+              " " ZONTARA_FLAGS " $(PKG_CONFIG_PATH=" + (lib / "pkgconfig").string() +
+              " pkg-config --define-variable=prefix=" + prefix.string() + " --cflags --libs zontara)");
     ASSERT_EQ(built.status, 0) << built.output;
     const Finished ran = Shell("LD_LIBRARY_PATH=" + lib.string() + " " + program);
     EXPECT_EQ(ran.status, 0) << ran.output;
