@@ -49,10 +49,9 @@ struct Split {
 Split SplitOf(Date date) {
     static const std::int64_t first = SerialOf(kFirstYear, 1, 1);
     static const std::int64_t last = SerialOf(kLastYear, 12, 31);
-    if (!(date.days >= static_cast<double>(first) && date.days < static_cast<double>(last) + 1.0)) {
-        Raise(RunTimeError::Overflow);
-    }
+    // Before the zero date the time of day counts away from it, so only the whole days tell what is in range.
     const double whole = std::trunc(date.days);
+    if (!(whole >= static_cast<double>(first) && whole <= static_cast<double>(last))) Raise(RunTimeError::Overflow);
     Split split{static_cast<std::int64_t>(whole),
                 std::llround(std::fabs(date.days - whole) * static_cast<double>(kSecondsPerDay))};
     if (split.seconds == kSecondsPerDay && split.day < last) {

@@ -10,6 +10,34 @@ char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 
 
 }  // namespace
 
+std::string WordOf(const TypeOf& type) {
+    switch (type.word) {
+        case TypeWord::None:
+            return "nothing";
+        case TypeWord::Text:
+            return "text";
+        case TypeWord::Int16:
+            return "int16";
+        case TypeWord::Int32:
+            return "int32";
+        case TypeWord::Byte:
+            return "byte";
+        case TypeWord::Float32:
+            return "float32";
+        case TypeWord::Bool:
+            return "bool";
+        case TypeWord::Money:
+            return "money";
+        case TypeWord::Date:
+            return "date";
+        case TypeWord::Variant:
+            return "variant";
+        case TypeWord::Object:
+            return std::string(type.className);
+    }
+    return "nothing";
+}
+
 bool SameName(std::string_view left, std::string_view right) {
     return left.size() == right.size() &&
            std::equal(left.begin(), left.end(), right.begin(), [](char a, char b) { return Lower(a) == Lower(b); });

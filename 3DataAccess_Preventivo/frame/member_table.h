@@ -21,6 +21,9 @@ struct TypeOf {
     std::string_view className;
 };
 
+/// The type in a word: "text", "int32", ..., "variant", the class of an object; "nothing" for none.
+ZONTARA_EXPORT std::string WordOf(const TypeOf& type);
+
 /// How a member is reached. Both kinds of put write a property; `PutRef` assigns an object by reference.
 enum class MemberKind { Method, Get, Put, PutRef };
 

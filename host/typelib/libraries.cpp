@@ -94,31 +94,6 @@ const ClassTable* FindTable(std::string_view className) {
 }
 
 std::string TypeName(const Zontara::TypeOf& type) {
-    switch (type.word) {
-        case TypeWord::None:
-            return "";
-        case TypeWord::Text:
-            return "text";
-        case TypeWord::Int16:
-            return "int16";
-        case TypeWord::Int32:
-            return "int32";
-        case TypeWord::Byte:
-            return "byte";
-        case TypeWord::Float32:
-            return "float32";
-        case TypeWord::Bool:
-            return "bool";
-        case TypeWord::Money:
-            return "money";
-        case TypeWord::Date:
-            return "date";
-        case TypeWord::Variant:
-            return "variant";
-        case TypeWord::Object:
-            return std::string(type.className);
-    }
-    return "";
+    return type.word == Zontara::TypeWord::None ? std::string() : Zontara::WordOf(type);
 }
-
 }  // namespace host::typelib

@@ -14,34 +14,6 @@ using Zontara::MemberKind;
 using Zontara::TypeWord;
 using Zontara::Value;
 
-std::string TypeText(const Zontara::TypeOf& type) {
-    switch (type.word) {
-        case TypeWord::None:
-            return "nothing";
-        case TypeWord::Text:
-            return "text";
-        case TypeWord::Int16:
-            return "int16";
-        case TypeWord::Int32:
-            return "int32";
-        case TypeWord::Byte:
-            return "byte";
-        case TypeWord::Float32:
-            return "float32";
-        case TypeWord::Bool:
-            return "bool";
-        case TypeWord::Money:
-            return "money";
-        case TypeWord::Date:
-            return "date";
-        case TypeWord::Variant:
-            return "variant";
-        case TypeWord::Object:
-            return std::string(type.className);
-    }
-    return "?";
-}
-
 std::string DefaultText(const Value& value) {
     if (value.Is<Zontara::Ref<Zontara::Object>>()) return "none";
     return value.Is<std::string>() ? "'" + value.Get<std::string>() + "'" : Zontara::ToText(value);
@@ -53,10 +25,11 @@ std::string Line(const Zontara::Member& member) {
     std::string line = kinds[static_cast<int>(member.kind)] + std::string(member.name) + "(";
     for (const Zontara::Argument& argument : member.arguments) {
         if (line.back() != '(') line += ", ";
-        line += std::string(argument.byRef ? "ref " : "") + std::string(argument.name) + " " + TypeText(argument.type);
+        line += std::string(argument.byRef ? "ref " : "") + std::string(argument.name) + " " +
+                Zontara::WordOf(argument.type);
         if (argument.optional) line += " = " + DefaultText(argument.defaultValue);
     }
-    return line + ") " + TypeText(member.result);
+    return line + ") " + Zontara::WordOf(member.result);
 }
 
 TEST(CImputacionPreventivaTable, ListsAllMembersInInterfaceOrder) {

@@ -8,37 +8,8 @@
 
 namespace support {
 
-inline std::string WordOf(const Zontara::TypeOf& type) {
-    using Zontara::TypeWord;
-    switch (type.word) {
-        case TypeWord::None:
-            return "nothing";
-        case TypeWord::Text:
-            return "text";
-        case TypeWord::Int16:
-            return "int16";
-        case TypeWord::Int32:
-            return "int32";
-        case TypeWord::Byte:
-            return "byte";
-        case TypeWord::Float32:
-            return "float32";
-        case TypeWord::Bool:
-            return "bool";
-        case TypeWord::Money:
-            return "money";
-        case TypeWord::Date:
-            return "date";
-        case TypeWord::Variant:
-            return "variant";
-        case TypeWord::Object:
-            return std::string(type.className);
-    }
-    return "?";
-}
-
 inline std::string LineOf(const Zontara::Argument& argument) {
-    std::string line = std::string(argument.name) + " " + WordOf(argument.type);
+    std::string line = std::string(argument.name) + " " + Zontara::WordOf(argument.type);
     if (argument.byRef) line += "&";
     if (argument.optional) line += "=" + Zontara::ToText(argument.defaultValue);
     return line;
@@ -54,7 +25,7 @@ inline std::vector<std::string> MembersOf(const Zontara::ClassTable& table) {
         for (std::size_t i = 0; i < member.arguments.size(); ++i) {
             line += (i == 0 ? "" : ", ") + LineOf(member.arguments[i]);
         }
-        lines.push_back(line + "): " + WordOf(member.result));
+        lines.push_back(line + "): " + Zontara::WordOf(member.result));
     }
     return lines;
 }

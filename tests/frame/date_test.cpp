@@ -139,6 +139,8 @@ TEST(DateTest, OutsideTheCalendarIsAnError) {
     EXPECT_EQ(numberOf([] { AddDays(DateOf(9999, 12, 31), 1); }), 6);
     EXPECT_EQ(CivilOf(DateOf(9999, 12, 31)), (CivilDate{9999, 12, 31}));
     EXPECT_EQ(CivilOf(DateOf(100, 1, 1)), (CivilDate{100, 1, 1}));
+    EXPECT_EQ(TimeOf(WithTime(DateOf(100, 1, 1), {12, 0, 0})), (TimeOfDay{12, 0, 0}));
+    EXPECT_EQ(TimeOf(WithTime(DateOf(9999, 12, 31), {12, 0, 0})), (TimeOfDay{12, 0, 0}));
 }
 
 TEST(DateTest, CalendarDays) {

@@ -12,36 +12,8 @@ using ::testing::ElementsAreArray;
 
 namespace {
 
-std::string Name(const TypeOf& type) {
-    switch (type.word) {
-        case TypeWord::None:
-            return "nothing";
-        case TypeWord::Text:
-            return "text";
-        case TypeWord::Int16:
-            return "int16";
-        case TypeWord::Int32:
-            return "int32";
-        case TypeWord::Byte:
-            return "byte";
-        case TypeWord::Float32:
-            return "float32";
-        case TypeWord::Bool:
-            return "bool";
-        case TypeWord::Money:
-            return "money";
-        case TypeWord::Date:
-            return "date";
-        case TypeWord::Variant:
-            return "variant";
-        case TypeWord::Object:
-            return std::string(type.className);
-    }
-    return "?";
-}
-
 std::string Told(const Argument& argument) {
-    std::string text = std::string(argument.name) + ": " + Name(argument.type);
+    std::string text = std::string(argument.name) + ": " + WordOf(argument.type);
     if (argument.byRef) text += " byref";
     if (!argument.optional) return text;
     const Value& value = argument.defaultValue;
@@ -59,7 +31,7 @@ std::string Told(const Member& member) {
         if (&argument != &member.arguments.front()) text += ", ";
         text += Told(argument);
     }
-    return text + ") -> " + Name(member.result);
+    return text + ") -> " + WordOf(member.result);
 }
 
 std::vector<std::string> Told(const ClassTable& table) {
