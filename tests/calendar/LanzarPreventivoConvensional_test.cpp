@@ -4,6 +4,7 @@
 
 namespace {
 
+using support::ActiveSelection;
 using support::World;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -17,14 +18,7 @@ TEST_F(LanzarPreventivoConvensionalTest, ADueRowGetsABulletinUnderTheBookedDayIn
     EXPECT_THAT(
         world.Story(),
         ElementsAre(
-            "sql SELECT Activo.ID_Activo,SC_Imputacion_Preventiva ,Imputacion_Preventiva.SC_Imputacion_Preventiva as "
-            "ID,Gama.SC_Gama ,Gama.Descripcion,Fecha_Imputacion ,Anulada ,SC_Usuario ,Frecuencia ,Intervalo_Frecuencia "
-            ",Numero_Repeticion_Ciclo ,Acumulado_Ciclo ,Fecha_Inicio ,Numero_Gama,'---' "
-            "EjecutorGama,Fecha_Ultima_Modificacion , "
-            "Imputacion_Preventiva.Fecha_Ultimo_Lanzamiento,Causa_Modificacion ,Semana,Finaliza, Programacion  FROM "
-            "Imputacion_Preventiva, Activo,Gama  WHERE Anulada =0 and Fecha_Inicio <= '2026-03-05' and Gama.sc_gama "
-            "=Imputacion_Preventiva.sc_gama and  Imputacion_Preventiva.id_activo =Activo.id_activo  and "
-            "activo.estatus_actual not in (3,4,5,7)  and Es_Sincronizada=0    ",
+            "sql " + ActiveSelection("activo.estatus_actual not in (3,4,5,7)  and Es_Sincronizada=0    "),
             "event ImputacionesRecuperadas", "begin", "event ProcesandoImputacion", "key Boletin",
             "sql   INSERT Into Boletin (SC_Boletin ,SC_Imputacion_Preventiva ,ID_Equipo ,Fecha_Lanzamiento "
             ",Fecha_Entrega ,Fecha_Real_Entrega ,Lunes ,Martes ,Miercoles ,Jueves ,Viernes ,Sabado ,Domingo "

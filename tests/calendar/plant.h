@@ -32,6 +32,18 @@ struct Assignment {
     std::int32_t cancelled = 0;
 };
 
+/// The statement that selects the rows in force on 2026-03-05, with what follows the join.
+inline std::string ActiveSelection(const std::string& rest) {
+    return "SELECT Activo.ID_Activo,SC_Imputacion_Preventiva ,Imputacion_Preventiva.SC_Imputacion_Preventiva as ID,"
+           "Gama.SC_Gama ,Gama.Descripcion,Fecha_Imputacion ,Anulada ,SC_Usuario ,Frecuencia ,Intervalo_Frecuencia "
+           ",Numero_Repeticion_Ciclo ,Acumulado_Ciclo ,Fecha_Inicio ,Numero_Gama,'---' "
+           "EjecutorGama,Fecha_Ultima_Modificacion , Imputacion_Preventiva.Fecha_Ultimo_Lanzamiento,Causa_Modificacion "
+           ",Semana,Finaliza, Programacion  FROM Imputacion_Preventiva, Activo,Gama  WHERE Anulada =0 and "
+           "Fecha_Inicio <= '2026-03-05' and Gama.sc_gama =Imputacion_Preventiva.sc_gama and  "
+           "Imputacion_Preventiva.id_activo =Activo.id_activo  and " +
+           rest;
+}
+
 /// A small plant: asset A-1 in service, task 7 with number 12 of group 1 and executor 1, and no assignment yet.
 /// Today is Thursday 2026-03-05, in week 10 of the year and week 1 of the month.
 class CalendarTest : public testing::Test {

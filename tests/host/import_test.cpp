@@ -1,44 +1,24 @@
 #include "host/load/importer.h"
 
 #include "host/load/table.h"
-#include "tests/host/run.h"
+#include "tests/host/importing.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
 
+using host_test::Empty;
 using host_test::Execute;
 using host_test::Folder;
+using host_test::Import;
 using host_test::MakeSmallPlant;
 using host_test::Ran;
 using host_test::Rows;
+using host_test::RowsOf;
 using host_test::Scalar;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-Ran Import(const Folder& folder, const std::string& database) {
-    return host_test::Zontara({"import", database, folder.Path().string()});
-}
-
-/// A database with an empty schema.
-std::string Empty(const Folder& folder) {
-    const std::string database = folder / "plant.db";
-    EXPECT_EQ(host_test::Zontara({"init", database}).status, 0);
-    return database;
-}
-
-/// Number of rows in all tables together.
-int RowsOf(const std::string& database) {
-    int rows = 0;
-    for (const char* table :
-         {"Activo", "Proceso", "Unidad_Lectura", "Grupo_Gama", "Ejecutor_Gama", "Usuario_Ejecutor_Gama", "Gama",
-          "materiales_gama", "Equipo", "Documento_Equipo", "Imputacion_Preventiva", "Imputacion_Sistematica",
-          "Imputacion_Paralela", "Lectura_Equipo", "Clave"}) {
-        rows += std::stoi(Scalar(database, std::string("SELECT count(*) FROM ") + table));
-    }
-    return rows;
-}
 
 TEST(Import, EveryTableGetsItsRows) {
     const Folder folder;
