@@ -42,6 +42,10 @@ Zontara::Ref<Connection> Connection::Open(const std::string& path, const Options
     return Zontara::Ref<Connection>(new Connection(Engine::Open(path, options)));
 }
 
+Zontara::Ref<Connection> Connection::Copy() const {
+    return Zontara::Ref<Connection>(new Connection(parts_->engine->Copy()));
+}
+
 void Connection::IniciarTrans(const std::string&) { parts_->engine->Begin(); }
 
 void Connection::ConfirmarTrans(const std::string&) {

@@ -64,6 +64,16 @@ public:
     static Zontara::Ref<Connection> Open(const std::string& path, const Options& options = {});
     ~Connection() override;
 
+    /// A private copy of what the database holds, as of the last commit. It has the same limits, stays in memory up to
+    /// 256 MiB and in a temporary file of the engine's beyond, and goes with its connection; what is written to it is
+    /// written nowhere else.
+    ///
+    /// Copying is one read of the whole database. It takes no right to write, so that others write meanwhile; open the
+    /// database with `Options::Mode::ReadOnly` to be sure that nothing is written to its file either. Error 5 inside a
+    /// transaction of this connection, and when another program locks the whole file for longer than the waiting time;
+    /// 13 when there is no room for the copy.
+    Zontara::Ref<Connection> Copy() const;
+
     /// Begins the transaction, waiting for other writers. From here on, even if it fails, a transaction is meant until
     /// `ConfirmarTrans` or `RevertirTrans` succeeds. Error 5 when others hold the database for too long.
     void IniciarTrans(const std::string& texto) override;

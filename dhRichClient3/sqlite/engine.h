@@ -26,6 +26,8 @@ public:
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
     ~Engine();
+    /// A database of the engine's own with the content of this one; see `Connection::Copy`.
+    std::shared_ptr<Engine> Copy() const;
 
     /// While one of these lives, whatever is compiled passes the second lock. One at a time.
     class ClosedDoor {
