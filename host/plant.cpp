@@ -22,7 +22,7 @@ Zontara::Ref<dhRichClient3::Connection> OpenDatabase(const std::string& path, Pl
     if (std::filesystem::is_directory(path, error)) throw Failure(path + " is a folder. Name the database inside it.");
 
     dhRichClient3::Options options;
-    if (use == Plant::Use::Read) options.mode = dhRichClient3::Options::Mode::ReadOnly;
+    if (use != Plant::Use::Write) options.mode = dhRichClient3::Options::Mode::ReadOnly;
     auto database = dhRichClient3::Connection::Open(path, options);
     const std::vector<std::string> missing = schema::MissingTables(*database);
     if (missing.size() == schema::Tables().size()) {
@@ -35,7 +35,7 @@ Zontara::Ref<dhRichClient3::Connection> OpenDatabase(const std::string& path, Pl
         throw Failure(fmt::format("{} lacks the tables {}. Make a new database with `zontara init`.", path,
                                   fmt::join(missing, ", ")));
     }
-    return database;
+    return use == Plant::Use::Copy ? database->Copy() : database;
 }
 
 }  // namespace

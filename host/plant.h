@@ -11,7 +11,11 @@ namespace host {
 /// the session is the process's.
 class Plant {
 public:
-    enum class Use { Read, Write };
+    enum class Use {
+        Read,
+        Write,
+        Copy,  ///< a private copy: may be written to, and what is written goes with the plant
+    };
 
     /// Opens a database that is there. A `Failure` with what to do when it is missing or hasn't the schema; the
     /// engine's error when it is no database, locked or refused.
