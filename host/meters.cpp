@@ -1,8 +1,5 @@
 #include "host/meters.h"
 
-#include "frame/convert.h"
-#include "host/text/grid.h"
-
 namespace host {
 
 double AccumulatedOf(Plant& plant, const std::string& asset) {
@@ -26,7 +23,7 @@ std::vector<MeterState> MeterStates(Plant& plant, const std::string& asset) {
     return states;
 }
 
-void Print(std::ostream& out, const std::vector<MeterState>& states) {
+text::Grid GridOf(const std::vector<MeterState>& states) {
     using Align = text::Grid::Align;
     text::Grid grid({{"Key", Align::Right},
                      {"Task", Align::Right},
@@ -36,10 +33,11 @@ void Print(std::ostream& out, const std::vector<MeterState>& states) {
                      {"Growth", Align::Right},
                      {"Due"}});
     for (const MeterState& state : states) {
-        grid.Add({std::to_string(state.key), std::to_string(state.task), state.taskName, std::to_string(state.limit),
-                  std::to_string(state.reference), Zontara::ToText(state.growth), state.Due() ? "due" : ""});
+        text::Cell due = text::Cell::Flag(state.Due(), "due", "").In(text::Tone::Bad);
+        grid.Add({state.key, state.task, state.taskName, state.limit, state.reference, text::Cell::Real(state.growth),
+                  std::move(due)});
     }
-    grid.Print(out);
+    return grid;
 }
 
 }  // namespace host

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "host/plant.h"
+#include "host/text/grid.h"
 
 #include <cstdint>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -29,6 +29,6 @@ double AccumulatedOf(Plant& plant, const std::string& asset);
 std::vector<MeterState> MeterStates(Plant& plant, const std::string& asset);
 
 /// A table of them.
-void Print(std::ostream& out, const std::vector<MeterState>& states);
+text::Grid GridOf(const std::vector<MeterState>& states);
 
 }  // namespace host

@@ -77,7 +77,8 @@ void Print(std::ostream& out, const std::vector<Overdue>& answers, std::size_t m
     std::size_t overdue = 0;
     for (const Overdue& answer : answers) {
         if (!answer.Any() || (++overdue > most && most > 0)) continue;
-        grid.Add({answer.asset, answer.name, answer.Reasons(), answer.inService ? "yes" : "no"});
+        grid.Add({answer.asset, answer.name, text::Cell(answer.Reasons()).In(text::Tone::Bad),
+                  text::Cell::Flag(answer.inService)});
     }
     if (grid.Lines() == 0) return;
     grid.Print(out);

@@ -3,6 +3,7 @@
 #include "host/commands/commands.h"
 #include "host/failure.h"
 #include "host/rpc/command.h"
+#include "host/text/colour.h"
 #include "host/typelib/command.h"
 
 #include <fmt/format.h>
@@ -11,6 +12,7 @@
 #include <unistd.h>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 
 namespace host {
@@ -61,7 +63,7 @@ int Run(const std::vector<std::string>& words, Console console) {
         CheckCommand(app, words);
         std::vector<std::string> reversed(words.rbegin(), words.rend());
         app.parse(std::move(reversed));
-        return kDone;
+        return console.status;
     } catch (const CLI::ParseError& error) {
         return app.exit(error, console.out, console.err) == 0 ? kDone : kUsage;
     } catch (...) {
@@ -70,10 +72,16 @@ int Run(const std::vector<std::string>& words, Console console) {
 }
 
 int Main(int argc, char** argv) {
-    const bool terminal = isatty(fileno(stdout)) != 0 && isatty(fileno(stderr)) != 0;
-    const int status = Run({argv + 1, argv + std::max(argc, 1)}, {std::cout, std::cerr, terminal});
+    const char* const noColour = std::getenv("NO_COLOR");
+    const char* const term = std::getenv("TERM");
+    const bool outTerminal = isatty(fileno(stdout)) != 0;
+    const bool errTerminal = isatty(fileno(stderr)) != 0;
+    text::AllowColour(std::cout, text::WantsColour(outTerminal, noColour, term));
+    text::AllowColour(std::cerr, text::WantsColour(errTerminal, noColour, term));
+    const bool redraws = outTerminal && errTerminal && !text::IsDumb(term);
+    const int status = Run({argv + 1, argv + std::max(argc, 1)}, {std::cout, std::cerr, redraws});
     std::cout.flush();
-    if (!std::cout && status == kDone) {
+    if (!std::cout && status != kFailed) {
         std::cerr << "zontara: the output couldn't be written.\n";
         return kFailed;
     }

@@ -2,7 +2,6 @@
 #include "host/commands/options.h"
 #include "host/load/importer.h"
 #include "host/load/table.h"
-#include "host/text/grid.h"
 
 #include <fmt/format.h>
 
@@ -10,16 +9,18 @@ namespace host {
 
 namespace {
 
-void ImportFolder(const std::string& path, const std::string& folder, Console& console) {
-    Plant plant(path, Plant::Use::Write);
-    Transaction transaction(plant);
-    const load::Imported imported = load::Import(plant, folder);
-    transaction.Commit();
+struct ImportOptions {
+    std::string path;
+    std::string folder;
+    bool json = false;
+};
 
-    text::Grid grid({{"File"}, {"Rows", text::Grid::Align::Right}});
-    for (const auto& [file, rows] : imported)
-        grid.Add({file, std::to_string(rows)});
-    grid.Print(console.out);
+void ImportFolder(const ImportOptions& options, Console& console) {
+    Plant plant(options.path, Plant::Use::Write);
+    Transaction transaction(plant);
+    const load::Imported files = load::Import(plant, options.folder);
+    transaction.Commit();
+    PrintFiles(console, files, options.json);
 }
 
 /// What the files hold, from the tables themselves.
@@ -48,17 +49,14 @@ std::string Details() {
 }  // namespace
 
 void AddImportCommand(CLI::App& app, Console& console) {
-    struct Options {
-        std::string path;
-        std::string folder;
-    };
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ImportOptions>();
     CLI::App* command = AddCommand(app, "import", "Read a plant from CSV files: all of it, or nothing.",
                                    "zontara import plant.db ./my-plant", Details());
     AddDatabase(*command, options->path);
     command->add_option("DIR", options->folder, "The folder with the files; those that aren't needed may be missing")
         ->required();
-    command->callback([options, &console] { ImportFolder(options->path, options->folder, console); });
+    AddJson(*command, options->json);
+    command->callback([options, &console] { ImportFolder(*options, console); });
 }
 
 }  // namespace host

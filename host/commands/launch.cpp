@@ -5,6 +5,7 @@
 #include "host/launching/orders.h"
 #include "host/launching/report.h"
 #include "host/load/sheet.h"
+#include "host/text/json.h"
 
 #include "calendar/CImputacionPreventiva.h"
 
@@ -104,9 +105,7 @@ void RunLaunch(const LaunchOptions& options, Console& console) {
         transaction.Commit();
     }
     if (options.json) {
-        console.out
-            << launching::ToJson(request.date, outcomes).dump(2, ' ', false, nlohmann::json::error_handler_t::replace)
-            << '\n';
+        text::PrintJson(console.out, launching::ToJson(request.date, outcomes));
     } else {
         launching::Print(console.out, request.date, outcomes);
     }
@@ -131,7 +130,7 @@ void AddLaunchCommand(CLI::App& app, Console& console) {
                         "Only assets of this project; the synchronised launch takes all");
     command->add_option("--chapter", options->chapter,
                         "Meter launch: only assets whose identifier begins with this character");
-    command->add_flag("--json", options->json, "Print JSON instead of tables");
+    AddJson(*command, options->json);
 
     const std::string orders = "Work orders instead of bulletins (the meter launch always makes orders)";
     command

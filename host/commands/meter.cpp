@@ -2,12 +2,14 @@
 #include "host/commands/options.h"
 #include "host/failure.h"
 #include "host/meters.h"
+#include "host/text/json.h"
 
 #include "frame/convert.h"
 #include "meter/CImputacionSistematica.h"
 
 #include <fmt/format.h>
 #include <functional>
+#include <nlohmann/json.hpp>
 
 namespace host {
 
@@ -17,6 +19,7 @@ struct MeterOptions {
     std::string path;
     std::int32_t key = 0;
     std::string asset;
+    bool json = false;
 };
 
 using Change = std::function<void(Zontara::CImputacionSistematica&, const MeterOptions&)>;
@@ -43,9 +46,16 @@ void Apply(const MeterOptions& options, const Change& change, Console& console) 
     change(*plant.Component().ImputacionSistematica(), options);
     transaction.Commit();
 
+    const double accumulated = AccumulatedOf(plant, options.asset);
+    const text::Grid states = GridOf(MeterStates(plant, options.asset));
+    if (options.json) {
+        text::PrintJson(console.out,
+                        {{"asset", options.asset}, {"accumulated", accumulated}, {"assignments", states.ToJson()}});
+        return;
+    }
     console.out << fmt::format("Asset {} stands at {}. The next meter launch makes orders for what is due:\n\n",
-                               options.asset, Zontara::ToText(AccumulatedOf(plant, options.asset)));
-    Print(console.out, MeterStates(plant, options.asset));
+                               options.asset, Zontara::ToText(accumulated));
+    states.Print(console.out);
 }
 
 void Add(CLI::App& app, Console& console, const std::string& name, const std::string& description,
@@ -56,6 +66,7 @@ void Add(CLI::App& app, Console& console, const std::string& name, const std::st
     AddDatabase(*command, options->path);
     command->add_option("KEY", options->key, "The key of the meter assignment")->required();
     command->add_option("ASSET", options->asset, "Its asset's identifier")->required();
+    AddJson(*command, options->json);
     command->callback([options, change = std::move(change), &console] { Apply(*options, change, console); });
 }
 

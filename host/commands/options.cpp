@@ -4,8 +4,12 @@
 #include "frame/regional.h"
 #include "host/failure.h"
 #include "host/load/cells.h"
+#include "host/program.h"
+#include "host/text/grid.h"
+#include "host/text/json.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace host {
 
@@ -51,14 +55,29 @@ std::string KnownAsset(Plant& plant, const std::string& asset) {
 }
 
 CLI::App* AddCommand(CLI::App& app, const std::string& name, const std::string& description, const std::string& example,
-                     const std::string& details) {
+                     const std::string& details, const std::string& statuses) {
     CLI::App* command = app.add_subcommand(name, description);
-    command->footer((details.empty() ? "" : "\n" + details + "\n") + "\nExample:\n  " + example);
+    const std::string exit = fmt::format("\nExit status: {} done, {}{} failed, {} called in a wrong way.\n", kDone,
+                                         statuses.empty() ? "" : statuses + ", ", kFailed, kUsage);
+    command->footer((details.empty() ? "" : "\n" + details + "\n") + exit + "\nExample:\n  " + example);
     return command;
 }
 
 void AddDatabase(CLI::App& command, std::string& path) {
     command.add_option("DB", path, "The database file")->required();
+}
+
+void AddJson(CLI::App& command, bool& json) { command.add_flag("--json", json, "Print JSON instead of tables"); }
+
+void PrintFiles(Console& console, const std::vector<std::pair<std::string, std::size_t>>& files, bool json) {
+    text::Grid grid({{"File"}, {"Rows", text::Grid::Align::Right}});
+    for (const auto& [file, rows] : files)
+        grid.Add({file, rows});
+    if (json) {
+        text::PrintJson(console.out, grid.ToJson());
+    } else {
+        grid.Print(console.out);
+    }
 }
 
 }  // namespace host

@@ -2,11 +2,15 @@
 
 #include "frame/date.h"
 #include "frame/money.h"
+#include "host/console.h"
 #include "host/plant.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cstddef>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace host {
 
@@ -25,10 +29,16 @@ std::string Iso(Zontara::Date date);
 /// when its identifier holds a quote.
 std::string KnownAsset(Plant& plant, const std::string& asset);
 
-/// Adds a command. `details` stand below its options, if there are any, and then the example.
+/// Adds a command. `details` stand below its options, if there are any, then the exit statuses with those that only
+/// this command has ("3 findings"), and then the example.
 CLI::App* AddCommand(CLI::App& app, const std::string& name, const std::string& description, const std::string& example,
-                     const std::string& details = "");
+                     const std::string& details = "", const std::string& statuses = "");
 /// Its first argument, the database.
 void AddDatabase(CLI::App& command, std::string& path);
+/// The option that each command has which answers with tables.
+void AddJson(CLI::App& command, bool& json);
+
+/// Tells which files were read or written, each with its number of rows.
+void PrintFiles(Console& console, const std::vector<std::pair<std::string, std::size_t>>& files, bool json);
 
 }  // namespace host

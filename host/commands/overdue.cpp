@@ -3,6 +3,7 @@
 #include "host/commands/commands.h"
 #include "host/commands/options.h"
 #include "host/failure.h"
+#include "host/text/json.h"
 
 #include <fmt/format.h>
 #include <algorithm>
@@ -43,7 +44,7 @@ void Answer(const OverdueOptions& options, Console& console) {
         answers.push_back(AskOne(plant, KnownAsset(plant, options.asset), day));
     }
     if (options.json) {
-        console.out << ToJson(day, answers).dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+        text::PrintJson(console.out, ToJson(day, answers));
     } else {
         PrintForPeople(options, day, answers, console);
     }
@@ -68,7 +69,7 @@ void AddOverdueCommand(CLI::App& app, Console& console) {
     AddDatabase(*command, options->path);
     command->add_option("ASSET", options->asset, "Ask about one asset; without it all that are overdue are listed");
     command->add_option("--on", options->on, "As of this day, yyyy-mm-dd (today); the meter goes by its last reading");
-    command->add_flag("--json", options->json, "Print JSON instead of a table");
+    AddJson(*command, options->json);
     command->callback([options, &console] { Answer(*options, console); });
 }
 

@@ -2,10 +2,12 @@
 #include "host/commands/options.h"
 #include "host/meters.h"
 #include "host/readings.h"
+#include "host/text/json.h"
 
 #include "frame/convert.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace host {
 
@@ -24,6 +26,7 @@ struct ReadingOptions {
     std::string department;
     std::string voucher;
     std::string voucherValue;
+    bool json = false;
 };
 
 Reading ReadingOf(const ReadingOptions& options) {
@@ -51,14 +54,24 @@ void Record(const ReadingOptions& options, Console& console) {
     const std::int32_t key = RecordReading(plant, reading);
     transaction.Commit();
 
+    const text::Grid states = GridOf(MeterStates(plant, reading.asset));
     const double after = AccumulatedOf(plant, reading.asset);
+    if (options.json) {
+        text::PrintJson(console.out, {{"reading", key},
+                                      {"asset", reading.asset},
+                                      {"date", reading.date},
+                                      {"shown", Zontara::NumberIn(Zontara::ToText(reading.shown)).value()},
+                                      {"accumulated", after},
+                                      {"before", before},
+                                      {"assignments", states.ToJson()}});
+        return;
+    }
     console.out << fmt::format("Reading {} of asset {} on {}: the meter shows {}, accumulated {} (before {}).\n", key,
                                reading.asset, reading.date, Zontara::ToText(reading.shown), Zontara::ToText(after),
                                Zontara::ToText(before));
-    const std::vector<MeterState> states = MeterStates(plant, reading.asset);
-    if (states.empty()) return;
+    if (states.Lines() == 0) return;
     console.out << '\n';
-    Print(console.out, states);
+    states.Print(console.out);
 }
 
 }  // namespace
@@ -79,6 +92,7 @@ void AddReadingCommand(CLI::App& app, Console& console) {
     command->add_option("--department", options->department, "The department that the fuel is charged to");
     command->add_option("--voucher", options->voucher, "Number of the issue voucher");
     command->add_option("--voucher-value", options->voucherValue, "Value of the issue voucher");
+    AddJson(*command, options->json);
     command->callback([options, &console] { Record(*options, console); });
 }
 

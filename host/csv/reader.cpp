@@ -67,8 +67,10 @@ public:
     bool Next(Record& record) {
         record.line = line_;
         record.cells.clear();
+        record.quoted.clear();
         const std::size_t before = faults_.size();
         do {
+            record.quoted.push_back(Here('"'));
             record.cells.push_back(Cell(record));
         } while (TakeSeparator());
         TakeLineEnd();
@@ -147,7 +149,10 @@ private:
     std::size_t line_ = 1;
 };
 
-bool IsBlank(const Record& record) {
+bool IsBlank(const Record& record, Blank blank) {
+    if (blank == Blank::NoCharacter) {
+        return record.cells.size() == 1 && record.cells.front().empty() && !record.quoted.front();
+    }
     return std::all_of(record.cells.begin(), record.cells.end(), [](const std::string& cell) { return cell.empty(); });
 }
 
@@ -167,7 +172,7 @@ bool IsUtf8(std::string_view text) {
     return true;
 }
 
-Document Read(std::string_view text) {
+Document Read(std::string_view text, Blank blank) {
     Document document;
     if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
     document.separator = SeparatorOf(text);
@@ -178,12 +183,12 @@ Document Read(std::string_view text) {
     while (!walk.AtEnd()) {
         const bool whole = walk.Next(record);
         if (!headed) {
-            if (whole && IsBlank(record)) continue;
+            if (whole && IsBlank(record, blank)) continue;
             headed = true;
             for (const std::string& name : record.cells)
                 document.header.push_back(Trimmed(name));
             if (!whole) break;
-        } else if (whole && !IsBlank(record)) {
+        } else if (whole && !IsBlank(record, blank)) {
             if (record.cells.size() == document.header.size()) {
                 document.records.push_back(std::move(record));
             } else {

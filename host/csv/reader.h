@@ -7,7 +7,7 @@
 
 /// Reads comma-separated text by RFC 4180: cells in quotes may hold the separator, line breaks and doubled quotes.
 /// UTF-8 with or without a byte-order mark; lines end in LF, CR LF or CR; the separator is `,` or `;`, whichever the
-/// first line holds more of outside quotes. Lines with nothing but empty cells are passed over.
+/// first line holds more of outside quotes.
 namespace host::csv {
 
 struct Record {
@@ -15,6 +15,8 @@ struct Record {
     std::size_t line = 0;
     /// As many as the header has.
     std::vector<std::string> cells;
+    /// For each cell whether it stood in quotes.
+    std::vector<bool> quoted;
 };
 
 /// What is wrong with a record, which is then left out.
@@ -34,8 +36,12 @@ struct Document {
     std::vector<Fault> faults;
 };
 
+/// Which lines say nothing and are passed over: those with nothing but empty cells, as spreadsheets write them, or only
+/// those without any character.
+enum class Blank { EmptyCells, NoCharacter };
+
 /// Reads a whole text. Never fails: what is wrong stands among the faults.
-Document Read(std::string_view text);
+Document Read(std::string_view text, Blank blank = Blank::EmptyCells);
 
 /// Whether a text is well-formed UTF-8.
 bool IsUtf8(std::string_view text);

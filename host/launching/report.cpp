@@ -13,6 +13,7 @@ namespace host::launching {
 
 namespace {
 
+using text::Cell;
 using text::Grid;
 using Align = Grid::Align;
 
@@ -35,8 +36,8 @@ void PrintBulletins(std::ostream& out, const std::vector<Paper>& papers, std::si
                {"Delivery"}});
     for (const Paper& paper : papers) {
         if (paper.order) continue;
-        grid.Add({std::to_string(paper.number), paper.asset, paper.assetName, std::to_string(paper.task),
-                  paper.taskName, paper.frequency, paper.date, paper.delivery});
+        grid.Add({paper.number, paper.asset, paper.assetName, paper.task, paper.taskName, paper.frequency, paper.date,
+                  paper.delivery});
     }
     if (grid.Lines() > 0) grid.Print(out, indent);
 }
@@ -55,9 +56,9 @@ void PrintOrders(std::ostream& out, const std::vector<Paper>& papers, std::size_
                {"Hours", Align::Right}});
     for (const Paper& paper : papers) {
         if (!paper.order) continue;
-        grid.Add({std::to_string(paper.number), paper.asset, paper.assetName, std::to_string(paper.task),
-                  paper.taskName, paper.frequency, paper.delivery, std::to_string(paper.materials),
-                  fmt::format("{:.2f}", paper.cost), std::to_string(paper.crew), fmt::format("{:g}", paper.time)});
+        grid.Add({paper.number, paper.asset, paper.assetName, paper.task, paper.taskName, paper.frequency,
+                  paper.delivery, paper.materials, Cell::Real(paper.cost, fmt::format("{:.2f}", paper.cost)),
+                  paper.crew, Cell::Real(paper.time, fmt::format("{:g}", paper.time))});
     }
     if (grid.Lines() > 0) grid.Print(out, indent);
 }
@@ -106,7 +107,7 @@ void Print(std::ostream& out, Zontara::Date date, const std::vector<Outcome>& ou
     Grid grid({{"Launch"}, {"Looked at", Align::Right}, {"Launched", Align::Right}});
     std::vector<Paper> papers;
     for (const Outcome& outcome : outcomes) {
-        grid.Add({std::string(NameOf(outcome.kind)), std::to_string(outcome.looked), std::to_string(outcome.launched)});
+        grid.Add({std::string(NameOf(outcome.kind)), outcome.looked, outcome.launched});
         papers.insert(papers.end(), outcome.papers.begin(), outcome.papers.end());
     }
     out << fmt::format("Launch of {} (week {})\n\n", Zontara::Format(date, "yyyy-mm-dd"), Zontara::WeekOfYear(date));

@@ -2,11 +2,10 @@
 
 #include "frame/raised_error.h"
 #include "frame/regional.h"
+#include "host/commands/options.h"
 #include "host/failure.h"
 #include "host/rpc/bridge.h"
 #include "host/rpc/values.h"
-
-#include <CLI/CLI.hpp>
 
 #include <fmt/format.h>
 #include <csignal>
@@ -54,15 +53,14 @@ void AddRpcCommand(CLI::App& app, Console& console) { AddRpcCommand(app, console
 
 void AddRpcCommand(CLI::App& app, Console& console, std::istream& in) {
     auto options = std::make_shared<RpcOptions>();
-    CLI::App* command = app.add_subcommand(
-        "rpc", "Let another program call the component: JSON-RPC 2.0, one request a line on the input.");
+    CLI::App* command =
+        AddCommand(app, "rpc", "Let another program call the component: JSON-RPC 2.0, one request a line on the input.",
+                   R"(echo '{"jsonrpc":"2.0","id":1,"method":"describe"}' | zontara rpc plant.db)");
     command->add_option("DB", options->settings.database, "The database file, or :memory:")->required();
     command->add_flag("--create", options->settings.create, "Make a missing file, and the schema in an empty one");
     command->add_flag("--trace", options->settings.trace, "Tell in each answer what the component asked for");
     command->add_option("--now", options->now, "The present date and time, as 2026-03-05T08:00:00");
     command->add_option("--short-date", options->settings.shortDate, "The short date form (dd/mm/yyyy)");
-    command->footer(
-        "\nExample:\n  echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"describe\"}' | zontara rpc plant.db");
     command->callback([options, &in, &console] { RunRpc(*options, in, console); });
 }
 

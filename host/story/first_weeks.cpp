@@ -47,13 +47,13 @@ Grid WeeksGrid() {
 }
 
 void AddWeek(Grid& grid, Zontara::Date monday, const Outcome& outcome) {
-    std::vector<std::string> line = {std::to_string(Zontara::WeekOfYear(monday)), Zontara::Format(monday, "yyyy-mm-dd"),
-                                     std::to_string(outcome.looked), std::to_string(outcome.launched)};
+    std::vector<text::Cell> line = {Zontara::WeekOfYear(monday), Zontara::Format(monday, "yyyy-mm-dd"), outcome.looked,
+                                    outcome.launched};
     const auto counts = launching::ByFrequency(outcome.papers);
     for (const std::string_view word : kWords) {
-        std::string shown;
+        text::Cell shown;
         for (const auto& [frequency, count] : counts) {
-            if (frequency == word) shown = std::to_string(count);
+            if (frequency == word) shown = count;
         }
         line.push_back(std::move(shown));
     }

@@ -45,7 +45,7 @@ void Load(Stage& stage) {
         << "A bottling plant in four chapters: P production, S utilities, M mobile equipment, E buildings\n\n";
     text::Grid grid({{"File"}, {"Rows", text::Grid::Align::Right}});
     for (const auto& [file, rows] : imported)
-        grid.Add({file, std::to_string(rows)});
+        grid.Add({file, rows});
     grid.Print(stage.console.out, 2);
     stage.console.out << fmt::format(
         "\n{} assets are out of service, {} calendar assignments are cancelled, {} items of equipment have meters.\n",

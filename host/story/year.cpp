@@ -99,9 +99,8 @@ void PrintMonths(std::ostream& out, const std::vector<Month>& months) {
                {"Parallels reset", right}});
     Month all;
     const auto add = [&](const Month& month) {
-        grid.Add({month.name, std::to_string(month.launches), std::to_string(month.synchronised),
-                  std::to_string(month.conventional), std::to_string(month.readings), std::to_string(month.orders),
-                  std::to_string(month.parallels)});
+        grid.Add({month.name, month.launches, month.synchronised, month.conventional, month.readings, month.orders,
+                  month.parallels});
     };
     for (const Month& month : months) {
         add(month);

@@ -1,6 +1,7 @@
 #include "host/text/grid.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 namespace host::text {
 
@@ -9,11 +10,27 @@ namespace {
 /// Whether a byte goes on with a character instead of beginning one.
 bool Continues(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
+/// The text without line breaks, and without blanks at its end.
 std::string OneLine(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    text.resize(text.find_last_not_of(' ') + 1);
     return text;
 }
+
+std::string KeyOf(std::string key) {
+    for (char& c : key) {
+        if (c == ' ') c = '_';
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return key;
+}
+
+/// A text as it stands on the screen.
+struct Shown {
+    std::string text;
+    Tone tone = Tone::Plain;
+};
 
 }  // namespace
 
@@ -32,41 +49,63 @@ std::string Cut(std::string_view text, std::size_t widest) {
     return std::string(text.substr(0, at)) + "…";
 }
 
-Grid::Grid(std::vector<Column> columns) : columns_(std::move(columns)) {}
+Grid::Grid(std::vector<Column> columns) : columns_(std::move(columns)) {
+    for (Column& column : columns_) {
+        if (column.key.empty()) column.key = KeyOf(column.title);
+    }
+}
 
-void Grid::Add(std::vector<std::string> cells) {
+void Grid::Add(std::vector<Cell> cells) {
     cells.resize(columns_.size());
-    for (std::size_t i = 0; i < cells.size(); ++i)
-        cells[i] = Cut(OneLine(std::move(cells[i])), columns_[i].widest);
     lines_.push_back(std::move(cells));
 }
 
 void Grid::Print(std::ostream& out, std::size_t indent) const {
+    std::vector<std::vector<Shown>> shown(1);
     std::vector<std::size_t> widths;
-    std::vector<std::string> titles;
-    std::vector<std::string> rules;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        std::size_t width = Length(columns_[i].title);
-        for (const auto& line : lines_)
-            width = std::max(width, Length(line[i]));
-        widths.push_back(width);
-        titles.push_back(columns_[i].title);
-        rules.emplace_back(width, '-');
+    for (const Column& column : columns_) {
+        shown.front().push_back({column.title, Tone::Strong});
+        widths.push_back(Length(column.title));
     }
-    const auto print = [&](const std::vector<std::string>& cells) {
-        std::string line(indent, ' ');
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            const std::string blanks(widths[i] - Length(cells[i]), ' ');
-            if (i > 0) line += "  ";
-            line += columns_[i].align == Align::Right ? blanks + cells[i] : cells[i] + blanks;
+    for (const std::vector<Cell>& line : lines_) {
+        std::vector<Shown>& cells = shown.emplace_back();
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            cells.push_back({Cut(OneLine(line[i].Text()), columns_[i].widest), line[i].InTone()});
+            widths[i] = std::max(widths[i], Length(cells.back().text));
         }
-        line.resize(line.find_last_not_of(' ') + 1);
-        out << line << '\n';
-    };
-    print(titles);
-    print(rules);
-    for (const auto& line : lines_)
-        print(line);
+    }
+    std::vector<Shown> rule;
+    for (const std::size_t width : widths)
+        rule.push_back({std::string(width, '-'), Tone::Faint});
+    shown.insert(shown.begin() + 1, std::move(rule));
+
+    for (const std::vector<Shown>& cells : shown) {
+        std::size_t blanks = indent;
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            const std::size_t room = widths[i] - Length(cells[i].text);
+            const bool right = columns_[i].align == Align::Right;
+            if (i > 0) blanks += 2;
+            if (right) blanks += room;
+            if (!cells[i].text.empty()) {
+                out << std::string(blanks, ' ') << Paint(out, cells[i].tone, cells[i].text);
+                blanks = 0;
+            }
+            if (!right) blanks += room;
+        }
+        out << '\n';
+    }
+}
+
+nlohmann::ordered_json Grid::ToJson() const {
+    nlohmann::ordered_json array = nlohmann::ordered_json::array();
+    for (const std::vector<Cell>& line : lines_) {
+        nlohmann::ordered_json object = nlohmann::ordered_json::object();
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            std::visit([&](const auto& value) { object[columns_[i].key] = value; }, line[i].ForPrograms());
+        }
+        array.push_back(std::move(object));
+    }
+    return array;
 }
 
 }  // namespace host::text

@@ -1,10 +1,9 @@
 #include "host/typelib/command.h"
 
+#include "host/commands/options.h"
 #include "host/failure.h"
 #include "host/typelib/idl.h"
 #include "host/typelib/listing.h"
-
-#include <CLI/CLI.hpp>
 
 #include <fmt/format.h>
 #include <filesystem>
@@ -67,11 +66,11 @@ void WriteIdl(const IdlOptions& options, Console& console) {
 
 void AddIdlCommand(CLI::App& app, Console& console) {
     auto options = std::make_shared<IdlOptions>();
-    CLI::App* command = app.add_subcommand("idl", "Write the type libraries as IDL, or as a text to read.");
+    CLI::App* command = AddCommand(app, "idl", "Write the type libraries as IDL, or as a text to read.",
+                                   "zontara idl --out idl && cat idl/Zontara.idl");
     command->add_option("--library", options->library, "Only this library: dhRichClient3, Perluma or Zontara");
     command->add_option("--out", options->folder, "A folder to write NAME.idl into, instead of the output");
     command->add_flag("--text", options->listing, "A listing of classes and members instead of IDL");
-    command->footer("\nExample:\n  zontara idl --out idl && cd idl && widl -t dhRichClient3.idl");
     command->callback([options, &console] { WriteIdl(*options, console); });
 }
 
