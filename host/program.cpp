@@ -26,6 +26,7 @@ void AddCommands(CLI::App& app, Console& console) {
     AddReadingCommand(app, console);
     AddOverdueCommand(app, console);
     AddMeterCommands(app, console);
+    AddStatusCommand(app, console);
     AddLintCommand(app, console);
     AddDemoCommand(app, console);
     AddRpcCommand(app, console);

@@ -17,6 +17,7 @@ void AddReadingCommand(CLI::App& app, Console& console);
 void AddOverdueCommand(CLI::App& app, Console& console);
 /// `advance` and `reprogram`.
 void AddMeterCommands(CLI::App& app, Console& console);
+void AddStatusCommand(CLI::App& app, Console& console);
 void AddLintCommand(CLI::App& app, Console& console);
 void AddDemoCommand(CLI::App& app, Console& console);
 
