@@ -27,6 +27,7 @@ void AddCommands(CLI::App& app, Console& console) {
     AddOverdueCommand(app, console);
     AddMeterCommands(app, console);
     AddStatusCommand(app, console);
+    AddSheetCommand(app, console);
     AddLintCommand(app, console);
     AddDemoCommand(app, console);
     AddRpcCommand(app, console);

@@ -18,6 +18,7 @@ void AddOverdueCommand(CLI::App& app, Console& console);
 /// `advance` and `reprogram`.
 void AddMeterCommands(CLI::App& app, Console& console);
 void AddStatusCommand(CLI::App& app, Console& console);
+void AddSheetCommand(CLI::App& app, Console& console);
 void AddLintCommand(CLI::App& app, Console& console);
 void AddDemoCommand(CLI::App& app, Console& console);
 
