@@ -29,6 +29,7 @@ void AddCommands(CLI::App& app, Console& console) {
     AddStatusCommand(app, console);
     AddSheetCommand(app, console);
     AddLintCommand(app, console);
+    AddExportCommand(app, console);
     AddDemoCommand(app, console);
     AddRpcCommand(app, console);
     AddIdlCommand(app, console);

@@ -20,6 +20,7 @@ void AddMeterCommands(CLI::App& app, Console& console);
 void AddStatusCommand(CLI::App& app, Console& console);
 void AddSheetCommand(CLI::App& app, Console& console);
 void AddLintCommand(CLI::App& app, Console& console);
+void AddExportCommand(CLI::App& app, Console& console);
 void AddDemoCommand(CLI::App& app, Console& console);
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "host/commands/commands.h"
 #include "host/commands/options.h"
+#include "host/dump/tables.h"
 #include "host/load/importer.h"
 #include "host/load/table.h"
 
@@ -12,13 +13,14 @@ namespace {
 struct ImportOptions {
     std::string path;
     std::string folder;
+    bool restore = false;
     bool json = false;
 };
 
 void ImportFolder(const ImportOptions& options, Console& console) {
     Plant plant(options.path, Plant::Use::Write);
     Transaction transaction(plant);
-    const load::Imported files = load::Import(plant, options.folder);
+    const auto files = options.restore ? dump::Restore(plant, options.folder) : load::Import(plant, options.folder);
     transaction.Commit();
     PrintFiles(console, files, options.json);
 }
@@ -55,6 +57,8 @@ void AddImportCommand(CLI::App& app, Console& console) {
     AddDatabase(*command, options->path);
     command->add_option("DIR", options->folder, "The folder with the files; those that aren't needed may be missing")
         ->required();
+    command->add_flag("--restore", options->restore,
+                      "DIR holds an export: put its rows back as they were, keys included, into an empty database");
     AddJson(*command, options->json);
     command->callback([options, &console] { ImportFolder(*options, console); });
 }
