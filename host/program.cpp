@@ -33,6 +33,7 @@ void AddCommands(CLI::App& app, Console& console) {
     AddDemoCommand(app, console);
     AddRpcCommand(app, console);
     AddIdlCommand(app, console);
+    AddManualCommands(app, console);
 }
 
 /// The command that was called, as far as the parser got.

@@ -22,5 +22,7 @@ void AddSheetCommand(CLI::App& app, Console& console);
 void AddLintCommand(CLI::App& app, Console& console);
 void AddExportCommand(CLI::App& app, Console& console);
 void AddDemoCommand(CLI::App& app, Console& console);
+/// `completion` and `manual`.
+void AddManualCommands(CLI::App& app, Console& console);
 
 }  // namespace host
