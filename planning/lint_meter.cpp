@@ -63,7 +63,7 @@ void CheckCounters(const Look& look, const Recordset& row) {
             fmt::format("Comes late: the meter stands at {}, behind the reference level {} that its interval of {} is "
                         "counted from, so it is due only at {}.",
                         accumulated, reference, limit, std::int64_t{reference} + limit),
-            "Reprogram the asset (`zontara reprogram`), or correct its readings.");
+            "Reprogram the asset, or correct its readings.");
     }
     const Zontara::Value warning = row.Valor("Aproximacion_Lectura");
     const double level = warning.IsNull() ? 0 : Zontara::ConvertTo<double>(warning);
@@ -118,7 +118,7 @@ void CheckReadingsOf(const Look& look, Recordset& rows) {
     look.findings.push_back(
         {Severity::Note, "never-read", "Activo", asset, asset, "",
          "Nobody has read its meter so far: its meter assignments come due only when readings come.",
-         "Enter readings (`zontara reading`)."});
+         "Enter readings."});
 }
 
 /// Why the list that launches walk leaves a row out, and what helps. The columns are those of `CheckLeftOut`.
@@ -209,8 +209,7 @@ void CheckReadings(const Look& look) {
                             row.Text(2), Zontara::ToText(-row.Real(5)), Zontara::ToText(row.Real(3)),
                             Zontara::ToText(row.Real(4))),
                 "If the meter was exchanged or turned over, enter a reading of the same value that adds what is "
-                "missing "
-                "(`zontara reading ... --added`).");
+                "missing.");
         }
     }
 }

@@ -62,7 +62,7 @@ void Add(CLI::App& app, Console& console, const std::string& name, const std::st
          const std::string& details, Change change) {
     auto options = std::make_shared<MeterOptions>();
     CLI::App* command =
-        AddCommand(app, name, description, fmt::format("zontara {} plant.db 12 M-CARR-01", name), details);
+        AddCommand(app, name, description, fmt::format("zontara {} plant.db 22 M-CARR-01", name), details);
     AddDatabase(*command, options->path);
     command->add_option("KEY", options->key, "The key of the meter assignment")->required();
     command->add_option("ASSET", options->asset, "Its asset's identifier")->required();

@@ -79,7 +79,7 @@ void Record(const ReadingOptions& options, Console& console) {
 void AddReadingCommand(CLI::App& app, Console& console) {
     auto options = std::make_shared<ReadingOptions>();
     CLI::App* command = AddCommand(app, "reading", "Record a meter reading of an asset, and show what it brings due.",
-                                   "zontara reading plant.db M-CARR-01 1250.5 --date 2026-03-02");
+                                   "zontara reading plant.db M-CARR-01 7990.5 --date 2026-03-02");
     AddDatabase(*command, options->path);
     command->add_option("ASSET", options->asset, "The asset's identifier")->required();
     command->add_option("VALUE", options->shown, "What the meter shows")->required();

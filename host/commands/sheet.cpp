@@ -48,8 +48,8 @@ void RunSheet(const SheetOptions& options, Console& console) {
         return;
     }
     WriteFile(options.file, page.str());
-    console.out << fmt::format("Wrote {} bulletins of week {} of {} to {}.\n", sheet.bulletins.size(), week, year,
-                               options.file);
+    console.out << fmt::format("Wrote {} bulletin{} of week {} of {} to {}.\n", sheet.bulletins.size(),
+                               sheet.bulletins.size() == 1 ? "" : "s", week, year, options.file);
 }
 
 }  // namespace

@@ -108,7 +108,7 @@ void Print(std::ostream& out, const planning::Status& status, const OverdueCount
                     Iso(day), overdue.any, overdue.asked, overdue.meter, overdue.synchronised, overdue.conventional);
     out << text::Paint(out, overdue.any > 0 ? text::Tone::Bad : text::Tone::Good, line) << '\n';
     if (overdue.failed > 0) {
-        out << text::Paint(out, text::Tone::Bad, fmt::format("{} assets couldn't be asked about", overdue.failed))
+        out << text::Paint(out, text::Tone::Bad, fmt::format("Not to be asked about: {}", overdue.failed))
             << "; `zontara lint` tells why\n";
     }
     PrintTable(out, AssignmentsGrid(status));

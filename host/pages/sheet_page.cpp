@@ -110,7 +110,9 @@ private:
     }
 
     void Fact(std::string_view name, const std::string& value) {
-        if (!value.empty()) out_ << fmt::format("<div><dt>{}</dt><dd>{}</dd></div>", name, Html(value));
+        if (value.empty()) return;
+        const std::string term = name.empty() ? "" : fmt::format("<dt>{}</dt>", name);
+        out_ << fmt::format("<div>{}<dd>{}</dd></div>", term, Html(value));
     }
 
     /// Nothing when there is nothing to say. The content is HTML.
