@@ -1,9 +1,15 @@
 #include "dhRichClient3/row_store.h"
 
+#include <algorithm>
+#include <cstring>
 #include <limits>
+#include <utility>
 
 namespace dhRichClient3 {
 namespace {
+
+constexpr std::size_t kFirstBlock = 1024;
+constexpr std::size_t kLargestBlock = 256 * 1024;
 
 constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -15,6 +21,7 @@ std::uint32_t HashOf(std::string_view name) {
 }
 
 bool SameName(std::string_view left, std::string_view right) {
+    if (left == right) return true;
     if (left.size() != right.size()) return false;
     for (std::size_t i = 0; i < left.size(); ++i) {
         if (Lower(left[i]) != Lower(right[i])) return false;
@@ -22,39 +29,23 @@ bool SameName(std::string_view left, std::string_view right) {
     return true;
 }
 
+std::string_view TextAt(const char* length) {
+    std::uint32_t size = 0;
+    std::memcpy(&size, length, sizeof size);
+    return {length + sizeof size, size};
+}
+
 }  // namespace
 
-RowStore::RowStore(std::vector<std::string> columns) {
-    columns_.reserve(columns.size());
-    for (auto& name : columns) {
+ColumnNames::ColumnNames(std::vector<std::string> names) {
+    columns_.reserve(names.size());
+    for (auto& name : names) {
         const auto hash = HashOf(name);
         columns_.push_back({std::move(name), hash});
     }
 }
 
-void RowStore::AddNull() { cells_.push_back(Cell{{0}, 0, Kind::Null}); }
-
-void RowStore::AddInteger(std::int64_t value) {
-    const bool fits =
-        value >= std::numeric_limits<std::int32_t>::min() && value <= std::numeric_limits<std::int32_t>::max();
-    if (!fits) return AddReal(static_cast<double>(value));
-    cells_.push_back(Cell{{static_cast<std::int32_t>(value)}, 0, Kind::Int32});
-}
-
-void RowStore::AddReal(double value) {
-    Cell cell{{0}, 0, Kind::Float64};
-    cell.real = value;
-    cells_.push_back(cell);
-}
-
-void RowStore::AddText(std::string_view text) {
-    Cell cell{{0}, static_cast<std::uint32_t>(text.size()), Kind::Text};
-    cell.offset = arena_.size();
-    cells_.push_back(cell);
-    arena_.append(text);
-}
-
-std::size_t RowStore::Find(std::string_view name) const {
+std::size_t ColumnNames::Find(std::string_view name) const {
     const auto hash = HashOf(name);
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         if (columns_[i].hash == hash && SameName(columns_[i].name, name)) return i;
@@ -62,15 +53,89 @@ std::size_t RowStore::Find(std::string_view name) const {
     return kNone;
 }
 
+RowStore::RowStore(std::shared_ptr<const ColumnNames> columns) : columns_(std::move(columns)) {}
+
+RowStore::RowStore(std::vector<std::string> columns)
+    : RowStore(std::make_shared<const ColumnNames>(std::move(columns))) {}
+
+RowStore::Payload& RowStore::Add(Kind kind) {
+    const std::size_t place = cells_ % kCellsOfChunk;
+    // Not value-initialised: a cell is written before it is read.
+    if (place == 0) chunks_.push_back(std::unique_ptr<Chunk>(new Chunk));
+    ++cells_;
+    chunks_.back()->kinds[place] = kind;
+    return chunks_.back()->payloads[place];
+}
+
+void RowStore::AddNull() { Add(Kind::Null); }
+
+void RowStore::AddInteger(std::int64_t value) {
+    const bool fits =
+        value >= std::numeric_limits<std::int32_t>::min() && value <= std::numeric_limits<std::int32_t>::max();
+    if (!fits) return AddReal(static_cast<double>(value));
+    Add(Kind::Int32).whole = static_cast<std::int32_t>(value);
+}
+
+void RowStore::AddReal(double value) { Add(Kind::Float64).real = value; }
+
+void RowStore::AddText(std::string_view text) {
+    const char* held = TextAbove(text);
+    if (held == nullptr) {
+        const auto size = static_cast<std::uint32_t>(text.size());
+        char* const room = RoomFor(sizeof size + text.size());
+        std::memcpy(room, &size, sizeof size);
+        std::copy(text.begin(), text.end(), room + sizeof size);
+        held = room;
+    }
+    Add(Kind::Text).text = held;
+}
+
+/// The text of the cell above the one that comes next, if it is the same; else none.
+const char* RowStore::TextAbove(std::string_view text) const {
+    if (cells_ < columns_->Count()) return nullptr;
+    const std::size_t above = cells_ - columns_->Count();
+    const Chunk& chunk = *chunks_[above / kCellsOfChunk];
+    if (chunk.kinds[above % kCellsOfChunk] != Kind::Text) return nullptr;
+    const char* const held = chunk.payloads[above % kCellsOfChunk].text;
+    return TextAt(held) == text ? held : nullptr;
+}
+
+char* RowStore::RoomFor(std::size_t bytes) {
+    if (bytes > freeBytes_) {
+        freeBytes_ = std::max(bytes, std::min(kFirstBlock << std::min<std::size_t>(blocks_.size(), 8), kLargestBlock));
+        blocks_.push_back(std::unique_ptr<char[]>(new char[freeBytes_]));
+        free_ = blocks_.back().get();
+    }
+    textBytes_ += bytes;
+    freeBytes_ -= bytes;
+    return std::exchange(free_, free_ + bytes);
+}
+
+std::size_t RowStore::Find(std::string_view name) const {
+    const std::size_t expected = followers_[found_ % followers_.size()];
+    if (expected < columns_->Count() && SameName((*columns_)[expected], name)) {
+        found_ = expected;
+        return expected;
+    }
+    const std::size_t column = columns_->Find(name);
+    if (column <= std::numeric_limits<std::uint8_t>::max()) {
+        followers_[found_ % followers_.size()] = static_cast<std::uint8_t>(column);
+        found_ = column;
+    }
+    return column;
+}
+
 Zontara::Value RowStore::At(std::size_t row, std::size_t column) const {
-    const Cell& cell = cells_[row * columns_.size() + column];
-    switch (cell.kind) {
+    const std::size_t cell = row * columns_->Count() + column;
+    const Chunk& chunk = *chunks_[cell / kCellsOfChunk];
+    const Payload& payload = chunk.payloads[cell % kCellsOfChunk];
+    switch (chunk.kinds[cell % kCellsOfChunk]) {
         case Kind::Int32:
-            return cell.whole;
+            return payload.whole;
         case Kind::Float64:
-            return cell.real;
+            return payload.real;
         case Kind::Text:
-            return std::string_view(arena_).substr(cell.offset, cell.length);
+            return TextAt(payload.text);
         case Kind::Null:
             break;
     }

@@ -2,60 +2,94 @@
 
 #include "frame/value.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace dhRichClient3 {
 
-/// Rows of a query in compact form: one fixed-size cell per value, all texts in one arena, no heap object per cell.
-/// A row is added cell by cell, in the order of the columns. Knows nothing of where the rows come from.
+/// The names of a query's columns, in order; shared by all rows that one statement gives.
+class ColumnNames {
+public:
+    explicit ColumnNames(std::vector<std::string> names);
+
+    std::size_t Count() const { return columns_.size(); }
+    const std::string& operator[](std::size_t column) const { return columns_[column].name; }
+
+    /// Position of the first column of a name, without regard to the case of ASCII letters; `kNone` if there is none.
+    std::size_t Find(std::string_view name) const;
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+private:
+    struct Column {
+        std::string name;
+        std::uint32_t hash;
+    };
+    std::vector<Column> columns_;
+};
+
+/// Rows of a query in compact form: nine bytes a cell in chunks, texts behind their length in blocks, a text that
+/// repeats the one above it held once. No heap object per cell, and nothing is moved when rows are added, so that at no
+/// time more memory is taken than in the end. A row is added cell by cell, in the order of the columns. Knows nothing
+/// of where the rows come from.
 class RowStore {
 public:
     /// Starts a table of these columns with no rows.
+    explicit RowStore(std::shared_ptr<const ColumnNames> columns);
     explicit RowStore(std::vector<std::string> columns = {});
 
     void AddNull();
     /// A whole number: an int32 if it fits, else a float64.
     void AddInteger(std::int64_t value);
     void AddReal(double value);
-    /// The text is copied into the arena.
+    /// The text is copied.
     void AddText(std::string_view text);
 
-    std::size_t Rows() const { return columns_.empty() ? 0 : cells_.size() / columns_.size(); }
-    std::size_t Columns() const { return columns_.size(); }
+    std::size_t Rows() const { return columns_->Count() == 0 ? 0 : cells_ / columns_->Count(); }
+    std::size_t Columns() const { return columns_->Count(); }
     /// Memory that cells and texts take.
-    std::size_t Bytes() const { return cells_.size() * sizeof(Cell) + arena_.size(); }
-    const std::string& ColumnName(std::size_t column) const { return columns_[column].name; }
+    std::size_t Bytes() const { return cells_ * (sizeof(Payload) + sizeof(Kind)) + textBytes_; }
+    const std::string& ColumnName(std::size_t column) const { return (*columns_)[column]; }
 
-    /// Position of the first column of a name, without regard to the case of ASCII letters; `kNone` if there is none.
+    /// As `ColumnNames::Find`; costs one comparison when names are asked for in the same order row after row.
     std::size_t Find(std::string_view name) const;
-    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kNone = ColumnNames::kNone;
 
     /// A value. Row and column must be there.
     Zontara::Value At(std::size_t row, std::size_t column) const;
 
 private:
-    enum class Kind : std::uint32_t { Null, Int32, Float64, Text };
-    struct Cell {
-        union {
-            std::int32_t whole;
-            double real;
-            std::size_t offset;
-        };
-        std::uint32_t length;
-        Kind kind;
+    enum class Kind : std::uint8_t { Null, Int32, Float64, Text };
+    union Payload {
+        std::int32_t whole;
+        double real;
+        /// Where its length stands, and behind it the characters.
+        const char* text;
     };
-    struct Column {
-        std::string name;
-        std::uint32_t hash;
+    static constexpr std::size_t kCellsOfChunk = 2048;
+    struct Chunk {
+        std::array<Payload, kCellsOfChunk> payloads;
+        std::array<Kind, kCellsOfChunk> kinds;
     };
 
-    std::vector<Column> columns_;
-    std::vector<Cell> cells_;
-    std::string arena_;
+    Payload& Add(Kind kind);
+    const char* TextAbove(std::string_view text) const;
+    char* RoomFor(std::size_t bytes);
+
+    std::shared_ptr<const ColumnNames> columns_;
+    std::vector<std::unique_ptr<Chunk>> chunks_;
+    std::size_t cells_ = 0;
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    char* free_ = nullptr;
+    std::size_t freeBytes_ = 0;
+    std::size_t textBytes_ = 0;
+    /// By the column that was found last: which one was found after it the time before.
+    mutable std::array<std::uint8_t, 64> followers_{};
+    mutable std::size_t found_ = 0;
 };
 
 }  // namespace dhRichClient3

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <utility>
 
 struct sqlite3_stmt;
 
 namespace dhRichClient3 {
+
+class ColumnNames;
 
 /// A compiled statement, and the text that a cache finds it under, which need not be the one it was compiled from.
 struct Compiled {
@@ -15,6 +19,9 @@ struct Compiled {
 
     std::string text;
     sqlite3_stmt* handle;
+    /// The names of its columns, once it gave rows, and how often the engine had compiled it anew by then.
+    std::shared_ptr<const ColumnNames> columns;
+    int timesCompiledAnew = 0;
 };
 
 }  // namespace dhRichClient3

@@ -17,11 +17,48 @@ constexpr int kLongestValue = 256 * 1024 * 1024;
 constexpr int kLongestStatement = 64 * 1024 * 1024;
 
 /// A text in UTF-8, whatever the database is kept in; the bytes of a BLOB as they are.
-std::string_view TextOf(sqlite3_stmt* row, int column) {
-    const void* const bytes = sqlite3_column_type(row, column) == SQLITE_BLOB
-                                  ? sqlite3_column_blob(row, column)
-                                  : static_cast<const void*>(sqlite3_column_text(row, column));
-    return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_column_bytes(row, column))};
+std::string_view TextOf(sqlite3_value* cell, int type) {
+    const void* const bytes =
+        type == SQLITE_BLOB ? sqlite3_value_blob(cell) : static_cast<const void*>(sqlite3_value_text(cell));
+    return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_value_bytes(cell))};
+}
+
+/// Adds the cells of the current row. Columns are read as values, which spares the engine's checks at each call and is
+/// in order as long as one thread at a time uses the connection.
+void AddRow(sqlite3_stmt* row, int count, RowStore& rows) {
+    for (int i = 0; i < count; ++i) {
+        sqlite3_value* const cell = sqlite3_column_value(row, i);
+        const int type = sqlite3_value_type(cell);
+        switch (type) {
+            case SQLITE_INTEGER:
+                rows.AddInteger(sqlite3_value_int64(cell));
+                break;
+            case SQLITE_FLOAT:
+                rows.AddReal(sqlite3_value_double(cell));
+                break;
+            case SQLITE_NULL:
+                rows.AddNull();
+                break;
+            default:
+                rows.AddText(TextOf(cell, type));
+        }
+    }
+}
+
+/// The names of a statement's columns, read anew when the engine has compiled it anew since, as after a change of the
+/// schema.
+const std::shared_ptr<const ColumnNames>& ColumnsOf(Compiled& statement) {
+    const int times = sqlite3_stmt_status(statement.handle, SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (!statement.columns || statement.timesCompiledAnew != times) {
+        const int count = sqlite3_column_count(statement.handle);
+        std::vector<std::string> names;
+        names.reserve(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i)
+            names.emplace_back(sqlite3_column_name(statement.handle, i));
+        statement.columns = std::make_shared<const ColumnNames>(std::move(names));
+        statement.timesCompiledAnew = times;
+    }
+    return statement.columns;
 }
 
 bool HoldsNothing(std::string_view tail) {
@@ -138,30 +175,11 @@ bool Engine::Step(Compiled& statement) {
 }
 
 RowStore Engine::FetchAll(Compiled& statement) {
-    sqlite3_stmt* const row = statement.handle;
     bool more = Step(statement);
-    const int count = sqlite3_column_count(row);
-    std::vector<std::string> names;
-    names.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i)
-        names.emplace_back(sqlite3_column_name(row, i));
-    RowStore rows(std::move(names));
+    RowStore rows(ColumnsOf(statement));
+    const auto count = static_cast<int>(rows.Columns());
     for (; more; more = Step(statement)) {
-        for (int i = 0; i < count; ++i) {
-            switch (sqlite3_column_type(row, i)) {
-                case SQLITE_INTEGER:
-                    rows.AddInteger(sqlite3_column_int64(row, i));
-                    break;
-                case SQLITE_FLOAT:
-                    rows.AddReal(sqlite3_column_double(row, i));
-                    break;
-                case SQLITE_NULL:
-                    rows.AddNull();
-                    break;
-                default:
-                    rows.AddText(TextOf(row, i));
-            }
-        }
+        AddRow(statement.handle, count, rows);
         if (rows.Bytes() > rowBytesLimit_) {
             Reset(statement);
             RaiseCode(SQLITE_TOOBIG, "The rows take more than " + std::to_string(rowBytesLimit_) +

@@ -221,18 +221,64 @@ TEST_F(RecordsetTest, TheDialectOfTheStatementsIsAccepted) {
         EXPECT_THAT(RowsOf(connection, sql), ElementsAre(row)) << sql;
 }
 
-TEST(RowStoreTest, CellsAreSmall) {
-    RowStore store({"a", "b"});
+TEST(RowStoreTest, CellsAreSmallAndATextThatRepeatsTheOneAboveItCostsNothing) {
+    RowStore store({"a", "b", "c"});
     for (int i = 0; i < 1000; ++i) {
         store.AddInteger(i);
         store.AddText("0123456789");
+        store.AddText("row " + std::to_string(1000 + i));
     }
     EXPECT_EQ(store.Rows(), 1000u);
-    EXPECT_EQ(store.Bytes(), 1000u * (2 * 16 + 10));
+    EXPECT_EQ(store.Bytes(), 3000u * 9 + (4 + 10) + 1000u * (4 + 8));
+    EXPECT_EQ(store.At(0, 1), Value("0123456789"));
     EXPECT_EQ(store.At(999, 1), Value("0123456789"));
-    EXPECT_EQ(store.Find("B"), 1u);
-    EXPECT_EQ(store.Find("c"), RowStore::kNone);
-    EXPECT_EQ(store.Find(""), RowStore::kNone);
+    EXPECT_EQ(store.At(998, 2), Value("row 1998"));
+}
+
+TEST(RowStoreTest, GivesBackEveryCellOfManyRowsAsItWasAdded) {
+    RowStore store({"text", "whole", "real", "null"});
+    const std::string large(300'000, 'x');
+    const auto textOf = [&](int row) {
+        return row % 500 == 0 ? large : std::string(static_cast<std::size_t>(row % 40), 'a');
+    };
+    for (int row = 0; row < 3000; ++row) {
+        store.AddText(textOf(row));
+        store.AddInteger(row % 2 == 0 ? row : std::int64_t{row} << 32);
+        store.AddReal(row / 4.0);
+        store.AddNull();
+    }
+    for (int row = 0; row < 3000; ++row) {
+        const auto at = static_cast<std::size_t>(row);
+        ASSERT_EQ(store.At(at, 0), Value(textOf(row))) << row;
+        ASSERT_EQ(store.At(at, 1), row % 2 == 0 ? Value(row) : Value(row * 4294967296.0)) << row;
+        ASSERT_EQ(store.At(at, 2), Value(row / 4.0)) << row;
+        ASSERT_TRUE(store.At(at, 3).IsNull()) << row;
+    }
+}
+
+TEST(RowStoreTest, FindsTheFirstColumnOfANameInWhateverOrderNamesAreAskedFor) {
+    const RowStore store({"a", "b", "A", "ab", ""});
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(store.Find("B"), 1u);
+        EXPECT_EQ(store.Find("A"), 0u);
+        EXPECT_EQ(store.Find("a"), 0u);
+        EXPECT_EQ(store.Find("AB"), 3u);
+        EXPECT_EQ(store.Find(""), 4u);
+        EXPECT_EQ(store.Find("c"), RowStore::kNone);
+        EXPECT_EQ(store.Find("Ab"), 3u);
+    }
+    EXPECT_EQ(RowStore().Find("a"), RowStore::kNone);
+}
+
+TEST(RowStoreTest, FindsColumnsBeyondTheFirstHundreds) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 600; ++i)
+        names.push_back("c" + std::to_string(i));
+    const RowStore store(names);
+    for (int round = 0; round < 2; ++round) {
+        for (std::size_t i = 0; i < names.size(); ++i)
+            ASSERT_EQ(store.Find(names[i]), i);
+    }
 }
 
 }  // namespace
