@@ -2,6 +2,7 @@
 
 #include "dhRichClient3/dialect/bare_names.h"
 #include "dhRichClient3/dialect/door.h"
+#include "dhRichClient3/dialect/lifting.h"
 #include "dhRichClient3/dialect/shape.h"
 #include "dhRichClient3/row_store.h"
 #include "dhRichClient3/sqlite/engine.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace dhRichClient3 {
 namespace {
@@ -16,74 +18,114 @@ namespace {
 /// The engine's primary code for what the door refuses.
 constexpr int kRefusedByDoor = 23;
 constexpr std::size_t kMostShapes = 1000;
+/// A longer text is compiled for itself and not kept.
+constexpr std::size_t kLongestKept = 100'000;
 
 }  // namespace
+
+class TextRunner::Ready {
+public:
+    explicit Ready(Compiled& kept) : statement_(&kept) {}
+    explicit Ready(std::unique_ptr<Compiled> own) : own_(std::move(own)), statement_(own_.get()) {}
+    Ready(Ready&& other) noexcept : own_(std::move(other.own_)), statement_(std::exchange(other.statement_, nullptr)) {}
+    Ready& operator=(Ready&&) = delete;
+    /// The parameters refer to the text, which goes.
+    ~Ready() {
+        if (statement_) Engine::ClearParameters(*statement_);
+    }
+    explicit operator bool() const { return statement_ != nullptr; }
+    Compiled& operator*() const { return *statement_; }
+
+private:
+    std::unique_ptr<Compiled> own_;
+    Compiled* statement_;
+};
 
 TextRunner::TextRunner(Engine& engine) : engine_(engine) { ReadSchema(); }
 
 void TextRunner::Execute(const std::string& sql) {
     engine_.RequireTransaction();
     const Engine::ClosedDoor closed(engine_);
-    Ready ready = Prepare(sql);
+    const Ready ready = Prepare(sql);
     engine_.StartRun();
-    if (engine_.Step(*ready.statement)) Engine::Reset(*ready.statement);
-    Engine::ClearParameters(*ready.statement);
-    ready.home->Put(std::move(ready.statement));
+    if (engine_.Step(*ready)) Engine::Reset(*ready);
 }
 
 RowStore TextRunner::Fetch(const std::string& sql) {
     engine_.RequireTransaction();
     const Engine::ClosedDoor closed(engine_);
-    Ready ready = Prepare(sql);
+    const Ready ready = Prepare(sql);
     engine_.StartRun();
-    RowStore rows = engine_.FetchAll(*ready.statement);
-    Engine::ClearParameters(*ready.statement);
-    ready.home->Put(std::move(ready.statement));
-    return rows;
+    return engine_.FetchAll(*ready);
 }
 
 TextRunner::Ready TextRunner::Prepare(const std::string& sql) {
-    if (auto kept = byText_.Take(sql)) return {std::move(kept), &byText_};
+    if (Compiled* const kept = Kept(sql)) {
+        Ready ready(*kept);
+        BindLiterals(*ready);
+        return ready;
+    }
     dialect::Tokenize(sql, tokens_);
     const auto verdict = dialect::Judge(sql, tokens_);
     if (!verdict.Accepted()) Engine::RaiseCode(kRefusedByDoor, verdict.refusal);
-    if (verdict.reusable) {
-        if (auto reused = Reused(sql)) return {std::move(reused), &byShape_};
+    dialect::Lift(tokens_, verdict, partialIndexes_, literals_);
+    const bool mayKeep = sql.size() <= kLongestKept;
+    if (mayKeep && !literals_.empty()) {
+        if (Ready lifted = Lifted(sql, verdict.selects)) return lifted;
+        dialect::Tokenize(sql, tokens_);
     }
-    return {verdict.selects ? CompileSelect(sql) : engine_.Compile(sql), &byText_};
+    auto statement = verdict.selects ? TryCompileSelect(sql) : engine_.TryCompile(sql, {});
+    if (!statement) engine_.RaiseLast();
+    if (!mayKeep) return Ready(std::move(statement));
+    return Ready(kept_.Keep(dialect::Shape(sql, {}), std::move(statement)));
 }
 
-/// The statement of the text's shape with the text's literals for parameters; none when the shape doesn't compile, as
+/// A statement that is kept, with the text's literals in `literals_`.
+Compiled* TextRunner::Kept(const std::string& sql) {
+    if (sql.size() > kLongestKept || sql.find('\0') != std::string::npos) return nullptr;
+    return kept_.Find(sql, literals_);
+}
+
+/// The statement of the text's shape, with the lifted literals for parameters; none when the shape doesn't compile, as
 /// when a string stands for a name: then the text itself has to say what is wrong.
-std::unique_ptr<Compiled> TextRunner::Reused(const std::string& sql) {
-    dialect::ShapeOf(sql, tokens_, shape_);
-    auto statement = byShape_.Take(shape_);
-    if (!statement) {
-        statement = engine_.TryCompile(shape_, shape_);
-        if (!statement) return nullptr;
+TextRunner::Ready TextRunner::Lifted(const std::string& sql, bool selects) {
+    dialect::Shape shape(sql, literals_, selects);
+    const std::string text = shape.Text();
+    if (selects) dialect::Tokenize(text, tokens_);
+    auto statement = selects ? TryCompileSelect(text) : engine_.TryCompile(text, {});
+    if (!statement || Engine::ParameterCount(*statement) != static_cast<int>(shape.LiftedCount())) {
+        return Ready(std::unique_ptr<Compiled>());
     }
+    Ready ready(kept_.Keep(std::move(shape), std::move(statement)));
+    BindLiterals(*ready);
+    return ready;
+}
+
+void TextRunner::BindLiterals(Compiled& statement) {
     int parameter = 0;
-    for (const dialect::Token& token : tokens_) {
-        if (!token.IsLiteral()) continue;
-        if (++parameter > Engine::ParameterCount(*statement)) return nullptr;
-        if (token.kind == dialect::TokenKind::Integer) {
+    for (const dialect::Token& literal : literals_) {
+        ++parameter;
+        if (literal.kind == dialect::TokenKind::Integer) {
             std::int64_t number = 0;
-            std::from_chars(token.text.data(), token.text.data() + token.text.size(), number);
-            engine_.Bind(*statement, parameter, number);
+            std::from_chars(literal.text.data(), literal.text.data() + literal.text.size(), number);
+            engine_.Bind(statement, parameter, number);
+        } else if (literal.kind == dialect::TokenKind::Decimal) {
+            engine_.Bind(statement, parameter, literal.text, true);
         } else {
-            const auto inside = token.text.substr(1, token.text.size() - 2);
+            const auto inside = literal.text.substr(1, literal.text.size() - 2);
             const bool plain = inside.find('\'') == std::string_view::npos;
             if (plain) {
-                engine_.Bind(*statement, parameter, inside, true);
+                engine_.Bind(statement, parameter, inside, true);
             } else {
-                engine_.Bind(*statement, parameter, dialect::Unquoted(token), false);
+                engine_.Bind(statement, parameter, dialect::Unquoted(literal), false);
             }
         }
     }
-    return statement;
 }
 
-std::unique_ptr<Compiled> TextRunner::CompileSelect(const std::string& sql) {
+/// The compiled text, bare names that the engine calls ambiguous qualified; none when the engine refuses it. `tokens_`
+/// are the text's.
+std::unique_ptr<Compiled> TextRunner::TryCompileSelect(const std::string& sql) {
     std::vector<std::string> names;
     if (!ambiguous_.empty()) {
         dialect::ShapeOf(sql, tokens_, shape_);
@@ -94,7 +136,7 @@ std::unique_ptr<Compiled> TextRunner::CompileSelect(const std::string& sql) {
     std::string meant = sql;
     if (known > 0) meant = dialect::QualifyBareNames(sql, tokens_, names, catalogue_).value_or(sql);
     for (;;) {
-        if (auto statement = engine_.TryCompile(meant, sql)) {
+        if (auto statement = engine_.TryCompile(meant, {})) {
             if (names.size() > known) {
                 dialect::ShapeOf(sql, tokens_, shape_);
                 if (ambiguous_.size() >= kMostShapes) ambiguous_.clear();
@@ -104,17 +146,16 @@ std::unique_ptr<Compiled> TextRunner::CompileSelect(const std::string& sql) {
         }
         auto name = dialect::AmbiguousName(engine_.LastMessage());
         const auto same = [&](const auto& tried) { return dialect::SameName(tried, *name); };
-        if (!name || std::any_of(names.begin(), names.end(), same)) engine_.RaiseLast();
+        if (!name || std::any_of(names.begin(), names.end(), same)) return nullptr;
         names.push_back(std::move(*name));
         auto qualified = dialect::QualifyBareNames(sql, tokens_, names, catalogue_);
-        if (!qualified) engine_.RaiseLast();
+        if (!qualified) return nullptr;
         meant = std::move(*qualified);
     }
 }
 
 void TextRunner::ReadSchema() {
-    byText_.Clear();
-    byShape_.Clear();
+    kept_.Clear();
     ambiguous_.clear();
     catalogue_.Clear();
     const auto tables = engine_.Compile(
@@ -124,6 +165,14 @@ void TextRunner::ReadSchema() {
     const RowStore names = engine_.FetchAll(*tables);
     for (std::size_t row = 0; row < names.Rows(); ++row)
         AddColumns(names.At(row, 0).Get<std::string>());
+    ReadIndexes();
+}
+
+/// A partial index serves a statement only if the engine sees the values of its condition in the text.
+void TextRunner::ReadIndexes() {
+    const auto statement = engine_.Compile("SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql LIKE '%where%'");
+    engine_.StartRun();
+    partialIndexes_ = engine_.FetchAll(*statement).Rows() > 0;
 }
 
 void TextRunner::AddColumns(const std::string& table) {

@@ -2,8 +2,8 @@
 
 #include "dhRichClient3/dialect/catalogue.h"
 #include "dhRichClient3/dialect/tokens.h"
+#include "dhRichClient3/shape_cache.h"
 #include "dhRichClient3/sqlite/compiled.h"
-#include "dhRichClient3/statement_cache.h"
 
 #include <memory>
 #include <string>
@@ -16,8 +16,9 @@ class Engine;
 class RowStore;
 
 /// Runs the texts that come through the closed door: judges them, finds what their bare names mean, and keeps what was
-/// compiled. A change whose literals make no difference is compiled once for all texts of its shape; any other
-/// statement is kept under its exact text.
+/// compiled. Texts that differ only in literals which make no difference to how they are run are compiled once; any
+/// other statement is kept under its exact text. A text of a shape that is kept needs no judgement: the door decides on
+/// what is left of it without these literals.
 class TextRunner {
 public:
     explicit TextRunner(Engine& engine);
@@ -25,28 +26,30 @@ public:
     void Execute(const std::string& sql);
     RowStore Fetch(const std::string& sql);
 
-    /// Reads columns and marks again and forgets what was kept.
+    /// Reads columns, marks and indexes again and forgets what was kept.
     void ReadSchema();
 
 private:
-    struct Ready {
-        std::unique_ptr<Compiled> statement;
-        StatementCache<Compiled>* home;
-    };
+    /// A statement with its parameters set, for one run.
+    class Ready;
 
     Ready Prepare(const std::string& sql);
-    std::unique_ptr<Compiled> Reused(const std::string& sql);
-    std::unique_ptr<Compiled> CompileSelect(const std::string& sql);
+    Compiled* Kept(const std::string& sql);
+    Ready Lifted(const std::string& sql, bool selects);
+    void BindLiterals(Compiled& statement);
+    std::unique_ptr<Compiled> TryCompileSelect(const std::string& sql);
     void AddColumns(const std::string& table);
+    void ReadIndexes();
 
     Engine& engine_;
-    StatementCache<Compiled> byText_;
-    StatementCache<Compiled> byShape_;
+    ShapeCache kept_;
     dialect::Catalogue catalogue_;
+    bool partialIndexes_ = false;
     /// Bare names that SQLite calls ambiguous, by the shape of the text.
     std::unordered_map<std::string, std::vector<std::string>> ambiguous_;
     /// Room that is used again for each text.
     std::vector<dialect::Token> tokens_;
+    std::vector<dialect::Token> literals_;
     std::string shape_;
 };
 

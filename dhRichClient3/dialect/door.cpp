@@ -40,8 +40,6 @@ constexpr std::string_view kBeforeTarget[] = {"OR", "ABORT", "FAIL", "IGNORE", "
 /// Words that make the meaning of a change depend on more than its rows: then its text is compiled as it stands.
 constexpr std::string_view kNotReusable[] = {"SELECT", "WITH", "ORDER", "LIMIT", "RETURNING"};
 
-constexpr std::size_t kMostLiterals = 200;
-
 template <class Names> bool Contains(const Names& names, std::string_view name) {
     return std::any_of(std::begin(names), std::end(names), [&](auto known) { return SameName(known, name); });
 }
@@ -55,7 +53,7 @@ public:
         if (tokens_.empty() || tokens_.front().IsSymbol(';')) return Refuse("There is no statement in the text.");
         for (std::size_t at = 0; at < tokens_.size() && verdict_.Accepted(); ++at)
             Look(at);
-        verdict_.reusable = verdict_.Accepted() && changes_ && plain_ && literals_ <= kMostLiterals;
+        verdict_.reusable = verdict_.Accepted() && changes_ && plain_;
     }
 
 private:
@@ -75,7 +73,7 @@ private:
                 return LookAtName(at);
             case TokenKind::String:
             case TokenKind::Integer:
-                ++literals_;
+            case TokenKind::Decimal:
                 return;
             default:
                 plain_ = false;
@@ -144,7 +142,6 @@ private:
     bool verb_ = false;
     bool changes_ = false;
     bool plain_ = true;
-    std::size_t literals_ = 0;
 };
 
 }  // namespace

@@ -1,17 +1,78 @@
 #include "dhRichClient3/dialect/shape.h"
 
+#include <cstring>
+
 namespace dhRichClient3::dialect {
+namespace {
+
+/// The engine reads a decimal number as it reads its own literals. The sign takes the affinity of a cast off it.
+constexpr const char* kDecimalParameter = "+CAST(? AS REAL)";
+
+/// Calls `piece` with each piece of a text between the literals, the last one included, and `literal` with each
+/// literal.
+template <class Piece, class Literal>
+void TakeApart(std::string_view text, const std::vector<Token>& literals, Piece piece, Literal literal) {
+    std::size_t done = 0;
+    for (const Token& token : literals) {
+        const auto begin = static_cast<std::size_t>(token.text.data() - text.data());
+        piece(text.substr(done, begin - done));
+        literal(token);
+        done = begin + token.text.size();
+    }
+    piece(text.substr(done));
+}
+
+}  // namespace
+
+Shape::Shape(std::string_view text, const std::vector<Token>& lifted, bool flagsDiffer) : flagsDiffer_(flagsDiffer) {
+    rest_.reserve(text.size());
+    cuts_.reserve(lifted.size());
+    TakeApart(
+        text, lifted, [&](std::string_view piece) { rest_ += piece; },
+        [&](const Token& token) {
+            cuts_.push_back({rest_.size(), token.kind});
+        });
+}
+
+bool Shape::Matches(std::string_view text, std::vector<Token>& literals) const {
+    literals.clear();
+    std::size_t at = 0;
+    std::size_t done = 0;
+    const auto agrees = [&](std::size_t end) {
+        const std::size_t length = end - done;
+        if (text.size() - at < length || std::memcmp(text.data() + at, rest_.data() + done, length) != 0) return false;
+        at += length;
+        done = end;
+        return true;
+    };
+    for (const auto& [end, kind] : cuts_) {
+        if (!agrees(end)) return false;
+        const Token literal = LiteralAt(text, at);
+        if (literal.kind != kind || (flagsDiffer_ && literal.IsFlag())) return false;
+        literals.push_back(literal);
+        at += literal.text.size();
+    }
+    return agrees(rest_.size()) && at == text.size();
+}
+
+std::string Shape::Text() const {
+    std::string text;
+    std::size_t done = 0;
+    for (const auto& [at, kind] : cuts_) {
+        text.append(rest_, done, at - done).append(kind == TokenKind::Decimal ? kDecimalParameter : "?");
+        done = at;
+    }
+    return text.append(rest_, done);
+}
 
 void ShapeOf(std::string_view text, const std::vector<Token>& tokens, std::string& shape) {
     shape.clear();
-    std::size_t done = 0;
+    std::vector<Token> literals;
     for (const Token& token : tokens) {
-        if (!token.IsLiteral()) continue;
-        const auto begin = static_cast<std::size_t>(token.text.data() - text.data());
-        shape.append(text, done, begin - done).append(1, '?');
-        done = begin + token.text.size();
+        if (token.IsLiteral()) literals.push_back(token);
     }
-    shape.append(text, done);
+    TakeApart(
+        text, literals, [&](std::string_view piece) { shape += piece; }, [&](const Token&) { shape += '?'; });
 }
 
 }  // namespace dhRichClient3::dialect

@@ -107,8 +107,10 @@ private:
         }
         if (IsWordPart(At(end))) return Cut(at, WordEnd(end), TokenKind::Broken);
         const auto number = text_.substr(at, end - at);
-        const bool whole = number.size() <= kLongestInteger && std::all_of(number.begin(), number.end(), IsDigit);
-        return {whole ? TokenKind::Integer : TokenKind::Number, number};
+        if (std::all_of(number.begin(), number.end(), IsDigit)) {
+            return {number.size() <= kLongestInteger ? TokenKind::Integer : TokenKind::Number, number};
+        }
+        return {number.size() > 1 && Lower(number[1]) == 'x' ? TokenKind::Number : TokenKind::Decimal, number};
     }
 
     std::string_view text_;
@@ -127,6 +129,12 @@ bool HasPrefix(std::string_view name, std::string_view prefix) {
 
 bool Token::IsWord(std::string_view keyword) const { return kind == TokenKind::Word && SameName(text, keyword); }
 
+bool Token::IsFlag() const {
+    if (kind != TokenKind::Integer) return false;
+    const std::size_t digit = text.find_first_not_of('0');
+    return digit == std::string_view::npos || (digit + 1 == text.size() && text.back() == '1');
+}
+
 bool Token::Names(std::string_view name) const {
     if (kind == TokenKind::Word) return SameName(text, name);
     return kind == TokenKind::Quoted && SameName(Unquoted(*this), name);
@@ -142,6 +150,14 @@ std::string Unquoted(const Token& token) {
         if (quote != ']' && token.text[at] == quote) ++at;
     }
     return name;
+}
+
+Token LiteralAt(std::string_view text, std::size_t at) {
+    if (at < text.size() && (text[at] == '\'' || text[at] == '.' || IsDigit(text[at]))) {
+        const Token token = Scanner(text).Take(at);
+        if (token.IsLiteral() || token.kind == TokenKind::Decimal) return token;
+    }
+    return {TokenKind::Broken, {}};
 }
 
 void Tokenize(std::string_view text, std::vector<Token>& tokens) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@ enum class TokenKind : std::uint8_t {
     Quoted,    ///< identifier in "", `` or []
     String,    ///< text in single quotes
     Integer,   ///< digits only, few enough to fit 64 bits
+    Decimal,   ///< a number with a point or an exponent
     Number,    ///< any other number
     Blob,      ///< X'...'
     Variable,  ///< ?1, :name, ...
@@ -35,10 +37,16 @@ struct Token {
     bool Names(std::string_view name) const;
     /// A string or a short integer: what differs between texts of one shape.
     bool IsLiteral() const { return kind == TokenKind::String || kind == TokenKind::Integer; }
+    /// Whether it is 0 or 1 as a whole number.
+    bool IsFlag() const;
 };
 
 /// The pieces of a text, in order, into a vector that a caller may use again and again.
 void Tokenize(std::string_view text, std::vector<Token>& tokens);
+
+/// The string, short whole number or decimal number that begins at a place of the text; of kind `Broken` when something
+/// else stands there, and for a string that is never closed.
+Token LiteralAt(std::string_view text, std::size_t at);
 
 /// Whether two identifiers are the same: without regard to the case of ASCII letters.
 bool SameName(std::string_view left, std::string_view right);

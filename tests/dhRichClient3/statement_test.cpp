@@ -163,10 +163,70 @@ TEST_F(Shapes, ChangesAreCompiledOncePerShape) {
                 ElementsAre("1|'x'", "2|'y'", "-3|''"));
 }
 
-TEST_F(Shapes, SelectsAreCompiledOncePerText) {
+TEST_F(Shapes, DecimalNumbersOfAChangeAreStoredAsTheEngineReadsThem) {
+    connection->RunScript("CREATE TABLE n(i INTEGER, r REAL, x TEXT, z)");
+    const char* const numbers[] = {"2.5",      "2.0",       ".1", "0.3", "1E+15", "1.7976931348623157e308",
+                                   "4.9e-324", "123456.789"};
+    for (const std::string number : numbers) {
+        const std::string values = "(" + number + "," + number + "," + number + "," + number + ")";
+        connection->Ejecutar("INSERT INTO n VALUES" + values);
+        connection->RunScript("INSERT INTO n VALUES" + values);
+    }
+    EXPECT_EQ(CompiledFor("INSERT INTO n VALUES(7.5,7.5,7.5,7.5)"), 0);
+    EXPECT_THAT(
+        RowsOf(connection,
+               "SELECT count(*), count(DISTINCT quote(i)||quote(r)||quote(x)||quote(z)) FROM n WHERE rowid < 17"),
+        ElementsAre("16|8"));
+}
+
+TEST_F(Shapes, SelectsAreCompiledOncePerShape) {
+    EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =5"), 1);
+    EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =7"), 0);
+    EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a ='7'"), 1);
     EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =1"), 1);
     EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =1"), 0);
-    EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =2"), 1);
+    EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =0"), 1);
+}
+
+TEST_F(Shapes, AQuoteInALiteralEndsItAsInTheText) {
+    connection->Ejecutar("INSERT INTO t VALUES(5,'x')");
+    EXPECT_EQ(CompiledFor("INSERT INTO t VALUES(6,'it''s')"), 0);
+    EXPECT_NE(ErrorOf([&] { connection->Ejecutar("INSERT INTO t VALUES(7,'it's')"); }).number, 0);
+    EXPECT_EQ(
+        ErrorOf([&] { connection->Ejecutar("INSERT INTO t VALUES(8,'x'); DELETE FROM t WHERE ('x'='x')"); }).number,
+        support::kRefused);
+    EXPECT_EQ(ErrorOf([&] { connection->Ejecutar(std::string("INSERT INTO t VALUES(9,'x\0y')", 29)); }).number,
+              support::kRefused);
+    EXPECT_THAT(RowsOf(connection, "SELECT a, b FROM t"), ElementsAre("5|x", "6|it's"));
+}
+
+TEST_F(Shapes, APartialIndexStillServesTheTextsThatItIsFor) {
+    connection->RunScript("CREATE INDEX few ON t(b) WHERE a = 7");
+    EXPECT_EQ(CompiledFor("SELECT b FROM t INDEXED BY few WHERE a = 7 AND b > 'a'"), 1);
+    EXPECT_NE(ErrorOf([&] { connection->Ejecutar("SELECT b FROM t INDEXED BY few WHERE a = 8"); }).number, 0);
+    connection->RunScript("DROP INDEX few");
+    EXPECT_EQ(CompiledFor("SELECT b FROM t WHERE a = 7"), 1);
+    EXPECT_EQ(CompiledFor("SELECT b FROM t WHERE a = 8"), 0);
+}
+
+TEST_F(Shapes, AListLongerThanTheEngineHasParametersIsRunAsItIs) {
+    std::string list = "7";
+    for (int i = 0; i < 300'000; ++i)
+        list += ",7";
+    connection->Ejecutar("INSERT INTO t VALUES(7,'x')");
+    connection->Ejecutar("UPDATE t SET b='y' WHERE a IN (" + list + ")");
+    EXPECT_THAT(RowsOf(connection, "SELECT b FROM t WHERE a IN (" + list + ")"), ElementsAre("y"));
+}
+
+TEST_F(Shapes, ColumnNamesFollowWhatAnotherConnectionDoesToTheTable) {
+    const support::TempFolder folder;
+    const auto one = support::OnFile(folder.File("a.db"), Options::Mode::Create);
+    one->RunScript("CREATE TABLE t(a, b); INSERT INTO t VALUES(7,'x')");
+    const std::string all = "SELECT * FROM t WHERE a = 7";
+    EXPECT_EQ(support::Opened(one, all)->TotalColumnas(), 2);
+    support::OnFile(folder.File("a.db"))->RunScript("ALTER TABLE t ADD COLUMN c DEFAULT 'new'");
+    EXPECT_EQ(support::Opened(one, all)->TotalColumnas(), 3);
+    EXPECT_EQ(support::Opened(one, all)->NombreColumna(2), "c");
 }
 
 /// What a text stores or finds must not depend on how it is run: every text here is run once as it is, by the

@@ -10,7 +10,7 @@ namespace {
 
 /// Each token as a letter of its kind and its text.
 std::vector<std::string> Pieces(std::string_view text) {
-    constexpr std::string_view kLetters = "WQSINBV.!";
+    constexpr std::string_view kLetters = "WQSIDNBV.!";
     std::vector<Token> tokens;
     Tokenize(text, tokens);
     std::vector<std::string> pieces;
@@ -37,7 +37,7 @@ TEST(Tokens, TextsFallIntoTheirPieces) {
         {"\"a\"\"b\" `c` [d e]", {"Q\"a\"\"b\"", "Q`c`", "Q[d e]"}},
         {"\"open", {"!\"open"}},
         {"[open", {"![open"}},
-        {"1 12.5 .5 1e3 1E-3 5. 0x1F", {"I1", "N12.5", "N.5", "N1e3", "N1E-3", "N5.", "N0x1F"}},
+        {"1 12.5 .5 1e3 1E-3 5. 0x1F", {"I1", "D12.5", "D.5", "D1e3", "D1E-3", "D5.", "N0x1F"}},
         {"123456789012345678", {"I123456789012345678"}},
         {"1234567890123456789", {"N1234567890123456789"}},
         {"12ab", {"!12ab"}},
