@@ -4,9 +4,9 @@
 #include "frame/raised_error.h"
 #include "frame/regional.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 namespace Zontara {
@@ -78,16 +78,15 @@ template <class T> T Rounded(double number) {
     return static_cast<T>(whole);
 }
 
-/// Digits of a number as `%.{precision}e` gives them, without the trailing zeros, and the exponent of the first one.
+/// The significant digits of a number, without trailing zeros, and the exponent of the first one.
 struct Digits {
     std::string digits;
     int exponent = 0;
+    friend bool operator==(const Digits&, const Digits&) = default;
 };
 
-Digits DigitsOf(double magnitude, int precision) {
-    char buffer[40];
-    const int length = std::snprintf(buffer, sizeof buffer, "%.*e", precision - 1, magnitude);
-    const std::string_view text(buffer, static_cast<std::size_t>(length));
+/// Takes apart what stands in the form 1.23e+45.
+Digits DigitsIn(std::string_view text) {
     const std::size_t mark = text.find('e');
     Digits result;
     for (const char c : text.substr(0, mark)) {
@@ -98,6 +97,23 @@ Digits DigitsOf(double magnitude, int precision) {
     const std::size_t last = result.digits.find_last_not_of('0');
     result.digits.erase(last == std::string::npos ? 1 : last + 1);
     return result;
+}
+
+/// The number rounded to so many significant digits.
+Digits DigitsOf(double magnitude, int precision) {
+    std::array<char, 40> buffer;
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                   std::chars_format::scientific, precision - 1)
+                         .ptr;
+    return DigitsIn({buffer.data(), static_cast<std::size_t>(end - buffer.data())});
+}
+
+/// The fewest digits that any text of the number has which reads back as it.
+template <class T> Digits FewestDigits(T magnitude) {
+    std::array<char, 40> buffer;
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, std::chars_format::scientific).ptr;
+    return DigitsIn({buffer.data(), static_cast<std::size_t>(end - buffer.data())});
 }
 
 std::string Written(bool negative, const Digits& number, int lastPlainExponent) {
@@ -125,19 +141,27 @@ std::string Written(bool negative, const Digits& number, int lastPlainExponent) 
 /// The largest exponent that is still written in plain digits: 1E+15 itself is not.
 constexpr int kLastPlainExponent = 14;
 
+template <class T> bool ReadsBackAs(T magnitude, const Digits& digits) {
+    const std::string text =
+        digits.digits + "e" + std::to_string(digits.exponent - static_cast<int>(digits.digits.size()) + 1);
+    T back{};
+    std::from_chars(text.data(), text.data() + text.size(), back);
+    return back == magnitude;
+}
+
+/// The number rounded to the fewest digits with which it reads back.
 template <class T> std::string ShortestText(T number, int mostDigits) {
     if (!std::isfinite(number)) Raise(RunTimeError::Overflow);
     if (number == T{0}) return "0";
-    const auto magnitude = static_cast<double>(std::fabs(number));
-    for (int precision = 1; precision < mostDigits; ++precision) {
-        const Digits digits = DigitsOf(magnitude, precision);
-        const std::string text =
-            digits.digits + "e" + std::to_string(digits.exponent - static_cast<int>(digits.digits.size()) + 1);
-        T back{};
-        std::from_chars(text.data(), text.data() + text.size(), back);
-        if (back == std::fabs(number)) return Written(number < T{0}, digits, kLastPlainExponent);
+    const T magnitude = std::fabs(number);
+    const Digits fewest = FewestDigits(magnitude);
+    for (int precision = static_cast<int>(fewest.digits.size()); precision < mostDigits; ++precision) {
+        const Digits digits = DigitsOf(static_cast<double>(magnitude), precision);
+        if (digits == fewest || ReadsBackAs(magnitude, digits)) {
+            return Written(number < T{0}, digits, kLastPlainExponent);
+        }
     }
-    return Written(number < T{0}, DigitsOf(magnitude, mostDigits), kLastPlainExponent);
+    return Written(number < T{0}, DigitsOf(static_cast<double>(magnitude), mostDigits), kLastPlainExponent);
 }
 
 template <class T> bool IsWholeBelow(T number, T limit) {

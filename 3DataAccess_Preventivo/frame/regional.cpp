@@ -4,6 +4,7 @@
 #include "frame/raised_error.h"
 
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -18,9 +19,11 @@ char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 void AppendPadded(std::string& text, std::int32_t number, std::size_t width) {
-    const std::string digits = std::to_string(number);
-    if (digits.size() < width) text.append(width - digits.size(), '0');
-    text += digits;
+    std::array<char, 12> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    const auto length = static_cast<std::size_t>(end - digits.data());
+    if (length < width) text.append(width - length, '0');
+    text.append(digits.data(), length);
 }
 
 /// A group of digits of a date's or a time's text.
@@ -163,7 +166,8 @@ const Regional& CurrentRegional() {
 
 std::string Format(Date date, std::string_view picture) {
     const CivilDate day = CivilOf(date);
-    const TimeOfDay time = TimeOf(date);
+    const bool timed = picture.find_first_of("hHnNsS") != std::string_view::npos;
+    const TimeOfDay time = timed ? TimeOf(date) : TimeOfDay{};
     std::string text;
     text.reserve(picture.size());
     for (std::size_t i = 0; i < picture.size();) {
