@@ -1,0 +1,20 @@
+#pragma once
+
+#include "bench/plant.h"
+
+#include <vector>
+
+namespace bench {
+
+/// Processor seconds of the component and of the same statements bound by hand, round by round.
+struct Times {
+    std::vector<double> ours;
+    std::vector<double> bound;
+};
+
+Times CompareBulletins(Component::Where where, int rows, int rounds);
+Times CompareOrders(Component::Where where, int rows, int rounds);
+Times CompareRows(int rows, int rounds);
+Times CompareReadings(Component::Where where, int readings, int rounds);
+
+}  // namespace bench
