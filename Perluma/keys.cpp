@@ -14,6 +14,8 @@ namespace {
 using dhRichClient3::Connection;
 using Zontara::Ref;
 
+/// The engine's answer to a statement that can't be run on the tables as they are.
+constexpr std::int32_t kWrongStatement = Zontara::vbObjectError + 1;
 constexpr std::int64_t kLargestKey = std::numeric_limits<std::int32_t>::max();
 
 std::string InSmallLetters(std::string text) {
@@ -104,7 +106,10 @@ std::string GeneradorClaves::LargestKeyOf(const std::string& tabla) {
                               "), 0) AS INTEGER)";
         connection_->Prepare("SELECT " + largest).Step();
         return largest;
-    } catch (const Zontara::RaisedError&) {
+    } catch (const Zontara::RaisedError& refusal) {
+        // An interrupt, a full memory or a failing disk says nothing of the table: a key of an empty one would be
+        // taken.
+        if (refusal.Number() != kWrongStatement) throw;
         return "0";
     }
 }

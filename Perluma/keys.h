@@ -14,7 +14,8 @@ namespace Perluma {
 ///
 /// A key is one more than the largest of the stored counter, the largest key in the table, and the last key that this
 /// generator gave. So no key comes twice from one generator, even after a rollback, and what others stored is never
-/// met. A table that is missing or can't be read counts as empty.
+/// met. A table that is missing or can't be read for what it is counts as empty; one that the engine fails to read just
+/// now, for an interrupt or a failing disk, is an error.
 ///
 /// In a transaction nobody else can store a row, so keys are counted in memory (a key costs a map look-up) and each
 /// counter is written once, just before the commit. Outside one, each key is one statement that moves the counter on.

@@ -78,6 +78,17 @@ TEST_P(KeysTest, ATableThatIsMissingOrUnreadableOrOddCountsAsEmpty) {
     }
 }
 
+TEST(Keys, ATableThatTakesTooLongToReadIsNoEmptyOne) {
+    dhRichClient3::Options options;
+    options.stepLimit = 20'000;
+    const auto connection = dhRichClient3::Connection::Open(":memory:", options);
+    connection->RunScript(
+        "CREATE TABLE Clave (Tabla TEXT PRIMARY KEY, Ultima_Clave INTEGER);"
+        "CREATE VIEW Eterna AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n");
+    const auto keys = Perluma::GeneradorClaves::On(connection);
+    EXPECT_EQ(ErrorOf([&] { keys->ProximaClave("Eterna"); }).number, Zontara::vbObjectError + 9);
+}
+
 struct FullTable {
     const char* label;
     const char* sql;
