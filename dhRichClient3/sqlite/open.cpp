@@ -64,6 +64,12 @@ void LookAtFile(const std::string& path, Mode mode) {
                    mode == Mode::ReadOnly
                        ? "can't be read where it is: its folder can't be written. Allow that, or copy it elsewhere."
                        : "can't be used: its folder can't be written. Check the permissions of the folder.");
+        case SQLITE_CORRUPT:
+            Refuse(code, path, "is damaged. Restore the file from a copy.");
+        case SQLITE_FULL:
+            Refuse(code, path, "can't be opened: the disk is full. Make room, then try again.");
+        case SQLITE_IOERR:
+            Refuse(code, path, "can't be opened: the disk refused. Check it, then try again.");
         default:
             Refuse(code, path, "can't be opened: " + refusal.Description() + ".");
     }

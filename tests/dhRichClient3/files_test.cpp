@@ -83,6 +83,12 @@ TEST_F(FilesTest, ADamagedDatabaseIsRefused) {
                   "is no SQLite database. Check the path, or restore the file from a copy.");
 }
 
+TEST_F(FilesTest, ATruncatedDatabaseIsRefusedAsDamaged) {
+    Make();
+    std::filesystem::resize_file(file, std::filesystem::file_size(file) / 2);
+    ExpectRefusal(Mode::Existing, support::Code(11), "is damaged. Restore the file from a copy.");
+}
+
 TEST_F(FilesTest, AnEmptyFileIsAnEmptyDatabase) {
     Write("");
     const auto connection = OnFile(file);
