@@ -23,8 +23,9 @@ struct Verdict {
 
 /// Decides on the tokens of a text whether it may pass: exactly one statement, a SELECT, INSERT, REPLACE, UPDATE,
 /// DELETE or VALUES, perhaps behind a WITH; no NUL character; no table-valued function that stands for a PRAGMA; no
-/// call of a function that reaches files or the engine's inside; no write to the engine's own tables. A text that is
-/// merely wrong passes, since the engine says best what is wrong with it.
+/// call of a function that reaches files or the engine's inside, and of `printf` only with a plain format that stands
+/// there; no write to the engine's own tables. A text that is merely wrong passes, since the engine says best what is
+/// wrong with it.
 Verdict Judge(std::string_view text, const std::vector<Token>& tokens);
 
 /// Whether a statement may call a function: the engine's own of texts, numbers, dates, aggregates, windows and JSON.
