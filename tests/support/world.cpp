@@ -66,8 +66,10 @@ class Recorder : public Perluma::TraceSink {
 public:
     std::vector<Asked> record;
     Fault fault;
+    std::function<void(const std::string& line)> hook;
 
     void Before(const std::string& line) override {
+        if (hook) hook(line);
         if (!fault.armed || line.find(fault.part) == std::string::npos) return;
         if (fault.skip-- > 0) return;
         fault.armed = false;
@@ -107,7 +109,9 @@ void TestPlatform::Yield() const {
 }
 
 struct World::Parts {
-    Ref<dhRichClient3::Connection> connection = dhRichClient3::Connection::Open(":memory:");
+    explicit Parts(const Ref<dhRichClient3::Connection>& opened) : connection(opened) {}
+
+    Ref<dhRichClient3::Connection> connection;
     std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
     std::shared_ptr<TestPlatform> platform = std::make_shared<TestPlatform>();
     std::shared_ptr<Zontara::Provider> sibling;
@@ -115,8 +119,19 @@ struct World::Parts {
     std::shared_ptr<const Zontara::Platform> platformBefore;
 };
 
-World::World() : parts_(std::make_unique<Parts>()) {
-    schema::Create(*parts_->connection);
+namespace {
+
+Ref<dhRichClient3::Connection> NewDatabase() {
+    auto connection = dhRichClient3::Connection::Open(":memory:");
+    schema::Create(*connection);
+    return connection;
+}
+
+}  // namespace
+
+World::World() : World(NewDatabase()) {}
+
+World::World(const Ref<dhRichClient3::Connection>& connection) : parts_(std::make_unique<Parts>(connection)) {
     parts_->sibling = std::make_shared<Perluma::Provider>(parts_->connection);
     parts_->providerBefore =
         Zontara::InstallProvider(std::make_shared<Perluma::TracingProvider>(parts_->sibling, parts_->recorder));
@@ -174,6 +189,8 @@ void World::FailOn(std::string part, std::int32_t number, std::string descriptio
 
 void World::Heal() { parts_->recorder->fault = {}; }
 
+void World::OnRequest(std::function<void(const std::string& line)> hook) { parts_->recorder->hook = std::move(hook); }
+
 int World::Depth() const { return parts_->sibling->Session().ProfundidadTransaccion(); }
 
 bool World::InTransaction() const { return parts_->connection->InTransaction(); }
@@ -186,6 +203,8 @@ void World::Abort() {
 TestPlatform& World::Platform() { return *parts_->platform; }
 
 Zontara::SesionGlobal& World::Session() { return Zontara::Session(); }
+
+dhRichClient3::Connection& World::Database() { return *parts_->connection; }
 
 Zontara::Date World::Day(std::string_view iso) {
     const Zontara::Date day = Zontara::DateOf(NumberAt(iso, 0, 4), NumberAt(iso, 5, 2), NumberAt(iso, 8, 2));

@@ -12,6 +12,10 @@
 #include <string_view>
 #include <vector>
 
+namespace dhRichClient3 {
+class Connection;
+}
+
 /// A small live world for tests: a fresh database in memory with the whole schema, the sibling library on it, a fixed
 /// clock, and a record of everything that the component asked for.
 namespace support {
@@ -49,6 +53,8 @@ public:
 class World {
 public:
     World();
+    /// On an open database that has its schema.
+    explicit World(const Zontara::Ref<dhRichClient3::Connection>& connection);
     ~World();
     World(const World&) = delete;
     World& operator=(const World&) = delete;
@@ -76,6 +82,10 @@ public:
     /// No request fails any more.
     void Heal();
 
+    /// From now on this is called ahead of each request with its line in `Story`, and is free to raise. An empty one
+    /// ends that.
+    void OnRequest(std::function<void(const std::string& line)> hook);
+
     /// Depth of the nesting transactions, and whether the database has one open.
     int Depth() const;
     bool InTransaction() const;
@@ -84,6 +94,7 @@ public:
 
     TestPlatform& Platform();
     Zontara::SesionGlobal& Session();
+    dhRichClient3::Connection& Database();
 
     /// A day as a date: Day("2026-03-05"), or with a time "2026-03-05 08:00:00".
     static Zontara::Date Day(std::string_view iso);
