@@ -4,6 +4,7 @@
 #include "dhRichClient3/sqlite/compiled.h"
 #include "dhRichClient3/statement_cache.h"
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -88,6 +89,7 @@ private:
     static int Authorize(void* self, int action, const char* first, const char* second, const char* database,
                          const char* trigger);
     static int Progress(void* self);
+    static int WaitForOthers(void* self, int tries);
     const char* ReasonAgainst(int action, const char* first, const char* second) const;
     void RunOwn(std::string_view sql);
 
@@ -100,6 +102,9 @@ private:
     std::int64_t compilations_ = 0;
     /// Why the second lock refused what was compiled last; empty if it didn't.
     std::string refusal_;
+    /// How long to wait for others that hold the database, and since when it is waited.
+    std::chrono::milliseconds longestWait_;
+    std::chrono::steady_clock::time_point waitingSince_;
     bool doorClosed_ = false;
     bool overLimit_ = false;
     /// A transaction is meant.

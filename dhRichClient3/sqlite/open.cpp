@@ -123,7 +123,6 @@ std::shared_ptr<Engine> Engine::Open(const std::string& path, const Options& opt
     auto engine = std::make_shared<Engine>(database, options);
     try {
         if (code != SQLITE_OK) engine->RaiseLast();
-        sqlite3_busy_timeout(database, options.busyMilliseconds);
         Say(*engine, "SELECT count(*) FROM sqlite_schema");
         if (isFile && options.mode != Mode::ReadOnly) {
             if (sqlite3_db_readonly(database, "main") == 1) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <thread>
@@ -107,10 +108,12 @@ TEST_F(FilesTest, APathIsNeverReadAsAUri) {
 
 TEST_F(FilesTest, FilesAreInWalModeAndSafeAgainstPowerCuts) {
     Make();
-    const auto connection = OnFile(file, Mode::Existing, 123);
+    const auto connection = OnFile(file);
     const std::pair<std::string, std::string> cases[] = {
-        {"PRAGMA journal_mode", "wal"}, {"PRAGMA synchronous", "2"},    {"PRAGMA foreign_keys", "0"},
-        {"PRAGMA busy_timeout", "123"}, {"PRAGMA trusted_schema", "0"},
+        {"PRAGMA journal_mode", "wal"},
+        {"PRAGMA synchronous", "2"},
+        {"PRAGMA foreign_keys", "0"},
+        {"PRAGMA trusted_schema", "0"},
     };
     for (const auto& [pragma, value] : cases) {
         auto statement = connection->Prepare(pragma);
@@ -169,6 +172,47 @@ TEST_F(FilesTest, WritersQueueUpInsteadOfFailing) {
     count();
     other.join();
     EXPECT_THAT(RowsOf(OnFile(file), "SELECT a FROM t"), ElementsAre(std::to_string(2 * kRounds)));
+}
+
+TEST_F(FilesTest, ABeginWaitsAsLongAsItWasToldTo) {
+    Make();
+    const auto holder = OnFile(file);
+    holder->IniciarTrans("");
+    const auto waiting = OnFile(file, Mode::Existing, 123);
+    const auto begun = std::chrono::steady_clock::now();
+    EXPECT_EQ(ErrorOf([&] { waiting->IniciarTrans(""); }).number, support::Code(5));
+    EXPECT_GE(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(123));
+    waiting->RevertirTrans("", 0);
+    holder->RevertirTrans("", 0);
+}
+
+TEST_F(FilesTest, AWriterWithoutAPauseLetsAnotherIn) {
+    Make();
+    std::atomic<bool> writing{false};
+    std::atomic<bool> done{false};
+    std::thread greedy([&] {
+        const auto connection = OnFile(file, Mode::Existing, 20'000);
+        while (!done) {
+            connection->IniciarTrans("");
+            for (int i = 0; i < 100; ++i)
+                connection->Ejecutar("UPDATE t SET a = " + std::to_string(i));
+            connection->ConfirmarTrans("");
+            writing = true;
+        }
+    });
+    while (!writing)
+        std::this_thread::yield();
+    const auto other = OnFile(file, Mode::Existing, 5'000);
+    const auto write = [&] {
+        for (int i = 0; i < 10; ++i) {
+            other->IniciarTrans("");
+            other->Ejecutar("INSERT INTO t VALUES (" + std::to_string(i) + ")");
+            other->ConfirmarTrans("");
+        }
+    };
+    EXPECT_NO_THROW(write());
+    done = true;
+    greedy.join();
 }
 
 TEST_F(FilesTest, TwoCanCreateAtOnce) {
