@@ -172,7 +172,7 @@ protected:
 TEST_F(KillTest, AtARandomMomentLeavesWholeLaunchesAndTheNextRunEndsTheWork) {
     for (const Paper paper : {Paper::Bulletins, Paper::Orders}) {
         const Undisturbed undisturbed = RunUndisturbed(paper);
-        for (int round = 0; round < Effort(3, 100); ++round) {
+        for (int round = 0; round < Effort(3, 75); ++round) {
             SCOPED_TRACE(round);
             const std::string path = Plant();
             Child run([&] {
@@ -194,7 +194,7 @@ TEST_F(KillTest, InTheMidstOfAWriteLeavesWholeLaunchesAndTheNextRunEndsTheWork) 
     for (const Paper paper : {Paper::Bulletins, Paper::Orders}) {
         const Undisturbed undisturbed = RunUndisturbed(paper);
         ASSERT_GT(undisturbed.all.writes, 100);
-        for (int round = 0; round < Effort(3, 100); ++round) {
+        for (int round = 0; round < Effort(3, 75); ++round) {
             const std::int64_t at = Moment(round, undisturbed.calendar.writes, undisturbed.all.writes);
             SCOPED_TRACE("write " + std::to_string(at));
             const std::string path = Plant();
