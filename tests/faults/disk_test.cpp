@@ -209,6 +209,13 @@ TEST_F(DiskTest, ADatabaseThatSomebodyHoldsIsRefusedAfterTheWaitAndLaunchedLater
     EXPECT_EQ(Contents(session.Database()), undisturbed_);
 }
 
+TEST_F(DiskTest, TheProgramSaysThatAnotherHoldsTheDatabase) {
+    if (!IsLong()) GTEST_SKIP() << "the program waits for ten seconds; the long form runs it";
+    const auto holder = Connection::Open(Plant());
+    holder->IniciarTrans("");
+    ExpectRefused("Try again when it has finished.");
+}
+
 TEST_F(DiskTest, AFileThatMayNotBeWrittenIsRefusedWithARemedy) {
     Plant();
     std::filesystem::permissions(folder_.Path(), std::filesystem::perms::all);
