@@ -26,7 +26,8 @@ constexpr std::string_view kFileHeader{"SQLite format 3\0", 16};
 /// SQLite would take anything that isn't a database for an encrypted one, and make a missing one.
 void LookAtFile(const std::string& path, Mode mode) {
     std::error_code error;
-    const std::filesystem::path file(path);
+    // Paths are UTF-8, whatever the system takes a plain text for.
+    const std::filesystem::path file(std::u8string(path.begin(), path.end()));
     const auto folder = file.parent_path();
     if (!folder.empty() && !std::filesystem::is_directory(folder, error)) {
         Refuse(SQLITE_CANTOPEN, path, "can't be opened: its folder does not exist. Check the path.");
