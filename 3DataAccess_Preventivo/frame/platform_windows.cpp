@@ -1,6 +1,5 @@
 #include "frame/platform.h"
 
-#include <ctime>
 #include <string_view>
 
 #include <windows.h>
@@ -8,6 +7,39 @@
 #undef MessageBox
 
 namespace Zontara {
+
+namespace {
+
+/// A text of the system's, in its code page, as UTF-8.
+std::string Utf8(std::string_view text) {
+    const int length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    wide.resize(static_cast<std::size_t>(
+        MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()))));
+    const int wideLength = static_cast<int>(wide.size());
+    const int size = WideCharToMultiByte(CP_UTF8, 0, wide.data(), wideLength, nullptr, 0, nullptr, nullptr);
+    std::string made(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), wideLength, made.data(), size, nullptr, nullptr);
+    return made;
+}
+
+/// The system's short date form ("d/M/yyyy") as the component has it: the same order and separator, every part with all
+/// its digits. A form that names no day, month or year by its number has no counterpart.
+std::string DigitsOnly(std::string_view form) {
+    static constexpr std::string_view kDefault = "dd/mm/yyyy";
+    const std::size_t separator = form.find_first_of("/-.");
+    if (separator == std::string_view::npos || form.find("MMM") != std::string_view::npos) return std::string(kDefault);
+    std::string made;
+    for (const char part : form) {
+        const std::string_view word = part == 'd' ? "dd" : part == 'M' ? "mm" : part == 'y' ? "yyyy" : "";
+        if (word.empty() || made.find(word) != std::string::npos) continue;
+        if (!made.empty()) made += form[separator];
+        made += word;
+    }
+    return made.size() == kDefault.size() ? made : std::string(kDefault);
+}
+
+}  // namespace
 
 Date Platform::Now() const {
     SYSTEMTIME local{};
@@ -19,14 +51,14 @@ std::string Platform::ComputerName() const {
     char name[255] = {};
     DWORD length = sizeof name;
     if (!GetComputerNameA(name, &length)) return {};
-    return std::string(name, length);
+    return Utf8({name, length});
 }
 
 std::string Platform::SystemErrorText(std::int32_t code) const {
     char text[512] = {};
     const DWORD length =
         FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, static_cast<DWORD>(code), 0, text, sizeof text, nullptr);
-    return std::string(text, length);
+    return Utf8({text, length});
 }
 
 std::string Platform::ApplicationName() const {
@@ -34,7 +66,7 @@ std::string Platform::ApplicationName() const {
     const DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
     std::string_view name(path, length);
     name = name.substr(name.find_last_of('\\') + 1);
-    return std::string(name.substr(0, name.find_last_of('.')));
+    return Utf8(name.substr(0, name.find_last_of('.')));
 }
 
 std::string Platform::DataAccessVersion() const { return "?"; }
@@ -42,8 +74,7 @@ std::string Platform::DataAccessVersion() const { return "?"; }
 std::string Platform::ShortDateForm() const {
     char form[80] = {};
     const int length = GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, form, sizeof form);
-    const std::string text(form, length > 0 ? static_cast<std::size_t>(length - 1) : 0);
-    return text.find("yyyy") == std::string::npos ? "dd/mm/yyyy" : text;
+    return DigitsOnly({form, length > 0 ? static_cast<std::size_t>(length - 1) : 0});
 }
 
 BoxAnswer Platform::MessageBox(const std::string& text, const std::string& title, std::int32_t style) const {
