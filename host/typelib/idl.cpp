@@ -5,7 +5,8 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <map>
+#include <algorithm>
+#include <vector>
 
 namespace host::typelib {
 
@@ -123,9 +124,10 @@ std::string InterfaceText(const LibraryClass& each) {
         "\n    [\n        odl,\n        uuid({}),\n        hidden,\n        dual,\n        nonextensible,\n"
         "        oleautomation\n    ]\n    interface {} : IDispatch\n    {{\n",
         Zontara::ToText(each.interfaceId), table.interfaceName);
-    std::map<std::string_view, std::size_t> numbers;
+    const std::vector<std::string_view> names = MemberNames(table);
     for (const Member& member : table.members) {
-        text += Function(member, numbers.try_emplace(member.name, numbers.size() + 1).first->second);
+        const auto place = std::find(names.begin(), names.end(), member.name);
+        text += Function(member, static_cast<std::size_t>(place - names.begin()) + 1);
     }
     return text + "    };\n";
 }
@@ -148,7 +150,7 @@ std::string EventsText(const LibraryClass& each) {
 std::string CoclassText(const LibraryClass& each) {
     const ClassTable& table = *each.table;
     std::string text = fmt::format("\n    [\n        uuid({}){}{}\n    ]\n    coclass {}\n    {{\n",
-                                   Zontara::ToText(each.classId), table.create ? "" : ",\n        noncreatable",
+                                   Zontara::ToText(each.classId), each.create ? "" : ",\n        noncreatable",
                                    table.appObject ? ",\n        appobject\n        PREDECLARED" : "", table.name);
     text += fmt::format("        [default] interface {};\n", table.interfaceName);
     if (!table.events.empty()) {

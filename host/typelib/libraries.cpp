@@ -1,6 +1,7 @@
 #include "host/typelib/libraries.h"
 
 #include "Perluma/change_list.h"
+#include "Perluma/session_door.h"
 #include "dhRichClient3/recordset.h"
 #include "frame/neighbours.h"
 
@@ -27,9 +28,18 @@ public:
     Zontara::Value Valor(std::string_view /*name*/) const override { return {}; }
 };
 
-std::vector<const ClassTable*> NeighbourTables() {
-    return {dhRichClient3::NewRecordset()->Table(), AnyCampos().Table(), AnyCampo().Table(),
-            Perluma::ListaCambios().Table()};
+/// A class of a neighbour, and how a client makes one if it can.
+struct NeighbourClass {
+    const ClassTable* table;
+    std::function<Zontara::Ref<Zontara::Object>()> create;
+};
+
+std::vector<NeighbourClass> NeighbourClasses() {
+    return {{dhRichClient3::NewRecordset()->Table(), {}},
+            {AnyCampos().Table(), {}},
+            {AnyCampo().Table(), {}},
+            {Perluma::ListaCambios().Table(), [] { return std::make_shared<Perluma::ListaCambios>(); }},
+            {&Perluma::SessionDoor::ClassMembers(), Perluma::SessionDoor::ClassMembers().create}};
 }
 
 /// The neighbours' identifiers differ in the stem by library, and within it as the component's do: 0 for the library,
@@ -41,25 +51,33 @@ constexpr Guid Identifier(std::uint32_t stem, std::uint8_t kind, std::uint8_t po
 constexpr std::uint32_t kRecordsetStem = 0x3D5A7C60;
 constexpr std::uint32_t kListStem = 0x3D5A7C61;
 
-TypeLibrary Neighbour(Library library, std::string_view name, std::string_view helpText, std::uint32_t stem) {
+TypeLibrary Neighbour(Library library, std::string_view name, std::string_view helpText, std::uint32_t stem,
+                      std::vector<std::string_view> imports) {
     const Zontara::ComponentDescriptor& component = Zontara::Descriptor();
-    TypeLibrary made{
-        name, helpText, component.versionMajor, component.versionMinor, component.locale, Identifier(stem, 0, 0),
-        {},   {}};
-    for (const ClassTable* table : NeighbourTables()) {
+    TypeLibrary made{name,
+                     helpText,
+                     component.versionMajor,
+                     component.versionMinor,
+                     component.locale,
+                     Identifier(stem, 0, 0),
+                     library,
+                     std::move(imports),
+                     {}};
+    for (const auto& [table, create] : NeighbourClasses()) {
         if (table->library != library) continue;
         const auto position = static_cast<std::uint8_t>(made.classes.size() + 1);
-        made.classes.push_back({table, Identifier(stem, 1, position), Identifier(stem, 2, position), {}});
+        made.classes.push_back({table, Identifier(stem, 1, position), Identifier(stem, 2, position), {}, create});
     }
     return made;
 }
 
 TypeLibrary Component(std::vector<std::string_view> imports) {
     const Zontara::ComponentDescriptor& component = Zontara::Descriptor();
-    TypeLibrary made{component.libraryName, component.helpText,  component.versionMajor, component.versionMinor,
-                     component.locale,      component.libraryId, std::move(imports),     {}};
+    TypeLibrary made{component.libraryName,  component.helpText, component.versionMajor,
+                     component.versionMinor, component.locale,   component.libraryId,
+                     Library::Zontara,       std::move(imports), {}};
     for (const Zontara::RegisteredClass& each : component.classes) {
-        made.classes.push_back({&each.table(), each.classId, each.interfaceId, each.eventsId});
+        made.classes.push_back({&each.table(), each.classId, each.interfaceId, each.eventsId, each.table().create});
     }
     return made;
 }
@@ -68,8 +86,9 @@ TypeLibrary Component(std::vector<std::string_view> imports) {
 
 const std::vector<TypeLibrary>& TypeLibraries() {
     static const std::vector<TypeLibrary> libraries{
-        Neighbour(Library::dhRichClient3, "dhRichClient3", "Connection and recordset", kRecordsetStem),
-        Neighbour(Library::Perluma, "Perluma", "Session, work orders and lists of change notices", kListStem),
+        Neighbour(Library::dhRichClient3, "dhRichClient3", "Connection and recordset", kRecordsetStem, {}),
+        Neighbour(Library::Perluma, "Perluma", "Session, work orders and lists of change notices", kListStem,
+                  {"dhRichClient3"}),
         Component({"dhRichClient3", "Perluma"}),
     };
     return libraries;
@@ -91,6 +110,14 @@ const ClassTable* FindTable(std::string_view className) {
         }
     }
     return nullptr;
+}
+
+std::vector<std::string_view> MemberNames(const ClassTable& table) {
+    std::vector<std::string_view> names;
+    for (const Zontara::Member& member : table.members) {
+        if (std::find(names.begin(), names.end(), member.name) == names.end()) names.push_back(member.name);
+    }
+    return names;
 }
 
 std::string TypeName(const Zontara::TypeOf& type) {

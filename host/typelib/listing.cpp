@@ -58,7 +58,7 @@ std::string ClassText(const LibraryClass& each) {
     const Zontara::ClassTable& table = *each.table;
     std::string text =
         fmt::format("\nclass {} {{{}}}{}{}\n", table.name, Zontara::ToText(each.classId),
-                    table.create ? ", creatable" : "", table.appObject ? ", application object, predeclared" : "");
+                    each.create ? ", creatable" : "", table.appObject ? ", application object, predeclared" : "");
     text += fmt::format("  interface {} {{{}}}, default, dual, hidden\n", table.interfaceName,
                         Zontara::ToText(each.interfaceId));
     std::size_t number = 0;
