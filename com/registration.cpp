@@ -106,6 +106,19 @@ LSTATUS Write(HKEY root, const Entry& entry) {
     return RegSetKeyValueW(root, InClasses(entry.key).c_str(), entry.name.c_str(), REG_SZ, entry.value.c_str(), bytes);
 }
 
+/// Deletes one of the keys that hold everybody's registrations if nothing is left in it: a user's may have been made by
+/// this server.
+void DeleteIfEmpty(HKEY root, const std::wstring& key) {
+    DWORD keys = 1;
+    DWORD values = 1;
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(root, InClasses(key).c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) return;
+    const LSTATUS status = RegQueryInfoKeyW(opened, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values,
+                                            nullptr, nullptr, nullptr, nullptr);
+    RegCloseKey(opened);
+    if (status == ERROR_SUCCESS && keys == 0 && values == 0) RegDeleteKeyW(root, InClasses(key).c_str());
+}
+
 }  // namespace
 
 HRESULT Register(Scope scope) {
@@ -126,6 +139,8 @@ HRESULT Unregister(Scope scope) {
             result = HRESULT_FROM_WIN32(static_cast<DWORD>(status));
         }
     }
+    for (const wchar_t* holder : {L"CLSID", L"Interface", L"TypeLib"})
+        DeleteIfEmpty(RootOf(scope), holder);
     return result;
 }
 

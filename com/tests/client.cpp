@@ -65,7 +65,7 @@ void TellNotices(const char* label, const Counted<_ListaCambios>& list) {
 void TellError(const char* label, HRESULT result) {
     Counted<IErrorInfo> error;
     ExpectResult("an error object", GetErrorInfo(0, error.Receive()), S_OK);
-    const bool runTime = (result & 0xFFFF0000) == static_cast<LONG>(0x800A0000);
+    const bool runTime = HRESULT_FACILITY(result) == FACILITY_CONTROL;
     Tell(label, runTime ? result & 0xFFFF : result);
     if (!error) return;
     Text description;
@@ -81,18 +81,20 @@ LONG FillCatalogue() {
     VARIANT_BOOL zero = VARIANT_FALSE;
     const auto units = Get<_CUnidadLectura>(facade, &_CGlobalPreventivo::get_UnidadLectura);
     Done(units->Nuevo(Text(L"Kil\u00f3metros N\u00ba 5 \U0001F600"), &zero, &key), "unit");
-    Done(Get<_CGrupoGama>(facade, &_CGlobalPreventivo::get_GrupoGama)->Nuevo(Text(L"Lubricaci\u00f3n"), 1, &zero, &group),
+    Done(Get<_CGrupoGama>(facade, &_CGlobalPreventivo::get_GrupoGama)
+             ->Nuevo(Text(L"Lubricaci\u00f3n"), 1, &zero, &group),
          "group");
-    Done(Get<_CEjecutorGama>(facade, &_CGlobalPreventivo::get_EjecutorGama)->Nuevo(Text(L"Mec\u00e1nicos"), 1, &executor),
+    Done(Get<_CEjecutorGama>(facade, &_CGlobalPreventivo::get_EjecutorGama)
+             ->Nuevo(Text(L"Mec\u00e1nicos"), 1, &executor),
          "executor");
     CY price{};
     price.int64 = 405000;
     Text coordination;
     unsigned char crew = 2;
     Done(Get<_CGama>(facade, &_CGlobalPreventivo::get_Gama)
-             ->Nuevo(Text(L"Cambio de aceite"), Text(L"Vaciar, filtro, llenar."), 1, group, executor, 1, Text(L"P"), price,
-                     Text(L"1.5"), Text(L""), &coordination, Text(L"Bloquear el motor"), Text(L""), 0, &crew, Text(L""),
-                     Text(L"cada 250 h"), &task),
+             ->Nuevo(Text(L"Cambio de aceite"), Text(L"Vaciar, filtro, llenar."), 1, group, executor, 1, Text(L"P"),
+                     price, Text(L"1.5"), Text(L""), &coordination, Text(L"Bloquear el motor"), Text(L""), 0, &crew,
+                     Text(L""), Text(L"cada 250 h"), &task),
          "task");
     Counted<_Recordset> rows;
     Done(units->Seleccionar(rows.Receive()), "units");
@@ -111,12 +113,12 @@ LONG FillCatalogue() {
 }
 
 void Assign(const char* label, const Counted<_CImputacionPreventiva>& calendar, const wchar_t* asset,
-            const wchar_t* frequency, const wchar_t* from, const wchar_t* last, short week, bool synchronised,
-            const wchar_t* words) {
+            const wchar_t* frequency, const wchar_t* from, const wchar_t* last, short week, const wchar_t* anchor,
+            bool synchronised, const wchar_t* words) {
     LONG key = 0;
     Done(calendar->Nuevo(Text(asset), 1, Text(L"2026-03-01"), 0, 7, Text(frequency), 1, 0, 0, Text(from), Text(last),
-                         Text(L""), Text(L""), week, 0, Text(L""), synchronised ? VARIANT_TRUE : VARIANT_FALSE, Text(words),
-                         &key),
+                         Text(L""), Text(L""), week, 0, Text(anchor), synchronised ? VARIANT_TRUE : VARIANT_FALSE,
+                         Text(words), &key),
          "assignment");
     Tell(label, key);
 }
@@ -135,9 +137,9 @@ void Launch(LONG executor) {
     Done(calendar->putref_OTPreventivaGenerada(
              Get<_ListaCambios>(other, &_CImputacionPreventiva::get_OTPreventivaGenerada).get()),
          "share a list");
-    Assign("first", calendar, L"P-100", L"Semanal", L"2026-03-01", L"2026-02-26", 9, true, L"aceite");
-    Assign("second", calendar, L"P-200", L"Diaria", L"2026-03-01", L"2026-02-26", 9, true, L"aceite");
-    Assign("third", calendar, L"P-200", L"Semanal", L"2026-01-01", L"2026-01-01", 0, false, L"filtro");
+    Assign("first", calendar, L"P-100", L"Semanal", L"2026-03-01", L"2026-02-26", 9, L"", true, L"aceite");
+    Assign("second", calendar, L"P-200", L"Diaria", L"2026-03-01", L"2026-02-26", 9, L"", true, L"aceite");
+    Assign("third", calendar, L"P-200", L"Semanal", L"2026-01-01", L"2026-01-01", 0, L"1", false, L"filtro");
 
     Sink early(__uuidof(__CImputacionPreventiva));
     Sink late(IID_IDispatch);
@@ -171,8 +173,8 @@ void Read() {
     CY voucher{};
     voucher.int64 = 123456;
     LONG key = 0;
-    Done(readings->Nuevo(Text(L"2026-03-05"), Text(L"P-100"), 1, 260, 260, 0, 0.5F, Text(L""), Text(L""), voucher, Text(L""),
-                         &key),
+    Done(readings->Nuevo(Text(L"2026-03-05"), Text(L"P-100"), 1, 260, 260, 0, 0.5F, Text(L""), Text(L""), voucher,
+                         Text(L""), &key),
          "reading");
     Tell("reading", key);
     DATE from = 46082;

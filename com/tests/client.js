@@ -1,4 +1,5 @@
-// The VBScript client's session, in JScript. Its arguments are by value, so nothing comes back in them.
+// The VBScript client's session, in JScript. Its arguments are by value, so nothing comes back in them, and its dates
+// are texts.
 
 function escaped(text) {
     var made = "";
@@ -62,8 +63,6 @@ function tellError(label, work) {
     tellReport(error.description);
 }
 
-function day(year, month, date) { return new Date(year, month - 1, date).getVarDate(); }
-
 var session = new ActiveXObject("Perluma.SesionGlobal");
 session.Abrir(":memory:", true, true);
 tell("open", session.EstaAbierta);
@@ -96,15 +95,15 @@ tell("first", calendar.Nuevo("P-100", task, "2026-03-01", 0, 7, "Semanal", 1, 0,
 tell("second", calendar.Nuevo("P-200", task, "2026-03-01", 0, 7, "Diaria", 1, 0, 0, "2026-03-01", "2026-02-26", "", "", 9, 0,
     "", true, "aceite"));
 tell("third", calendar.Nuevo("P-200", task, "2026-03-01", 0, 7, "Semanal", 1, 0, 0, "2026-01-01", "2026-01-01", "", "", 0, 0,
-    "", false, "filtro"));
-tell("launched", calendar.LanzarPreventivo(day(2026, 3, 5), 7, "Breve"));
+    "1", false, "filtro"));
+tell("launched", calendar.LanzarPreventivo("2026-03-05", 7, "Breve"));
 tellRows("bulletins", session.Consultar("SELECT * FROM Boletin"),
     ["SC_Boletin", "SC_Imputacion_Preventiva", "Fecha_Lanzamiento", "Semana_Del_Ano", "Nota"]);
 var orders = new ActiveXObject("Zontara.CConfiguracionOTBoletin");
 orders.CodigoEjecutorOT = executor;
 orders.EsEjecutorExterno = false;
 orders.PrioridadSolicitada = 2;
-tell("launched into orders", calendar.LanzarPreventivoConvensional(day(2026, 3, 5), 7, "Breve", orders));
+tell("launched into orders", calendar.LanzarPreventivoConvensional("2026-03-05", 7, "Breve", orders));
 tellRows("orders", session.Consultar("SELECT * FROM Orden_Trabajo"),
     ["SC_Orden_Trabajo", "ID_Activo", "Descripcion", "Prioridad", "Hombres", "Tiempo"]);
 tellNotices("catalogue notices", calendar.CatalogoModificado);
@@ -113,7 +112,7 @@ tellNotices("launch notices", other.OTPreventivaGenerada);
 // A meter reading, and the question.
 var readings = facade.LecturaEquipo;
 tell("reading", readings.Nuevo("2026-03-05", "P-100", 1, 260, 260, 0, 0.5, "", "", 12.3456, ""));
-tell("readings", readings.ObtenerLecturas(day(2026, 3, 1), day(2026, 3, 31), "0").TotalRegistros);
+tell("readings", readings.ObtenerLecturas("2026-03-01", "2026-03-31", "0").TotalRegistros);
 tell("overdue", facade.ElActivoTieneMantenimientoVencido("P-100", "2026-04-01"));
 
 // Errors, with the number and the report that the component raised.

@@ -5,6 +5,7 @@
 #include "com/windows_api.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -84,15 +85,23 @@ inline void Tell(const char* label, const std::string& shown) { std::printf("%s 
 inline void Tell(const char* label, LONG number) { Tell(label, std::to_string(number)); }
 inline void TellBool(const char* label, VARIANT_BOOL value) { Tell(label, value == VARIANT_FALSE ? "false" : "true"); }
 
+/// Claims that didn't hold.
+inline int& Failures() {
+    static int failures = 0;
+    return failures;
+}
+
 /// Silent as long as the claim holds.
 inline void Expect(const char* claim, bool holds) {
-    if (!holds) std::printf("FAILED %s\n", claim);
+    if (holds) return;
+    ++Failures();
+    std::printf("FAILED %s\n", claim);
 }
 inline void ExpectResult(const char* claim, HRESULT actual, HRESULT expected) {
-    if (actual != expected) {
-        std::printf("FAILED %s: %08lx instead of %08lx\n", claim, static_cast<unsigned long>(actual),
-                    static_cast<unsigned long>(expected));
-    }
+    if (actual == expected) return;
+    ++Failures();
+    std::printf("FAILED %s: %08lx instead of %08lx\n", claim, static_cast<unsigned long>(actual),
+                static_cast<unsigned long>(expected));
 }
 
 /// The report's second line tells time, program and computer.

@@ -30,7 +30,7 @@ class Bridge:
         return value["object"] if isinstance(value, dict) else value
 
     def call(self, handle, member, *args):
-        return self.request("invoke", object=handle, member=member, args=list(args)).get("value")
+        return self.request("invoke", object=handle, member=member, args=list(args))["value"]
 
     def query(self, sql):
         return self.request("query", sql=sql)
@@ -118,7 +118,7 @@ def main():
     tell("second", z.call(calendar, "Nuevo", "P-200", task, "2026-03-01", 0, 7, "Diaria", 1, 0, 0, "2026-03-01",
                           "2026-02-26", "", "", 9, 0, "", True, "aceite"))
     tell("third", z.call(calendar, "Nuevo", "P-200", task, "2026-03-01", 0, 7, "Semanal", 1, 0, 0, "2026-01-01",
-                         "2026-01-01", "", "", 0, 0, "", False, "filtro"))
+                         "2026-01-01", "", "", 0, 0, "1", False, "filtro"))
     tell("launched", z.call(calendar, "LanzarPreventivo", "2026-03-05", 7, "Breve"))
     tell_rows("bulletins", z.query("SELECT * FROM Boletin"),
               "SC_Boletin,SC_Imputacion_Preventiva,Fecha_Lanzamiento,Semana_Del_Ano,Nota")

@@ -9,8 +9,8 @@
 
 namespace client {
 
-/// Hears of events: their numbers and their arguments. It answers to `IDispatch` and to one interface more, and lives as
-/// long as the client that made it.
+/// Hears of events: their numbers and their arguments. It answers to `IDispatch` and to one interface more, and lives
+/// as long as the client that made it.
 class Sink final : public IDispatch {
 public:
     explicit Sink(REFIID also) : also_(also) {}
@@ -42,7 +42,7 @@ public:
         const VARIANT& argument = given->rgvarg[0];
         Expect("an event has one argument, by reference", given->cArgs == 1 && argument.vt == (VT_BYREF | VT_VARIANT));
         told.emplace_back(number, argument.pvarVal->lVal);
-        if (SUCCEEDED(answer)) return answer;
+        if (!raises) return answer;
         exception->scode = answer;
         exception->bstrSource = SysAllocString(L"Sink");
         exception->bstrDescription = SysAllocString(L"Not so fast");
@@ -50,8 +50,9 @@ public:
     }
 
     std::vector<std::pair<DISPID, LONG>> told;
-    /// What it answers: a failure is raised as an exception.
+    /// What it answers, plainly or by raising an exception of that number.
     HRESULT answer = S_OK;
+    bool raises = false;
 
 private:
     IID also_;
