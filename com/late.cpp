@@ -59,6 +59,7 @@ struct Given {
 
 /// COM hands the arguments over from the last to the first, the named ones ahead of the positional ones.
 HRESULT Gather(const Member& member, const DISPPARAMS& given, Given& gathered) {
+    if (given.cNamedArgs > given.cArgs) return E_INVALIDARG;
     gathered.variants.assign(member.arguments.size(), nullptr);
     const UINT positional = given.cArgs - given.cNamedArgs;
     for (UINT i = 0; i < positional; ++i) {

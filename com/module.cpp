@@ -39,7 +39,6 @@ bool CanUnload() { return held == 0 && Zontara::Object::Living() == 0; }
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
     if (reason == DLL_PROCESS_ATTACH) {
         com::module_ = instance;
-        DisableThreadLibraryCalls(instance);
         com::InstallRuntime();
     }
     return TRUE;
