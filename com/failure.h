@@ -16,9 +16,6 @@ HRESULT ResultOf(std::int32_t number);
 /// The error number of an HRESULT: a run-time error's without 0x800A0000, any other as it stands.
 std::int32_t NumberOf(HRESULT result);
 
-/// Sets the thread's error object: source, description, help file and context as raised, for the interface that the
-/// client called. Gives the number as HRESULT.
-HRESULT SetErrorObject(const Zontara::ErrorRecord& error, REFIID calledInterface);
 /// Fills what a late-bound call gives its caller. Always gives DISP_E_EXCEPTION.
 HRESULT FillException(const Zontara::ErrorRecord& error, EXCEPINFO* exception);
 
@@ -26,8 +23,12 @@ HRESULT FillException(const Zontara::ErrorRecord& error, EXCEPINFO* exception);
 /// several apartments share is behind this lock. A call that comes back in from an event passes.
 std::recursive_mutex& TheDoor();
 
-/// The exception in flight as an error. Call it in a catch block.
+/// In a catch block: the exception in flight as an error.
 Zontara::ErrorRecord FailureInFlight();
+
+/// In a catch block: makes the exception in flight the thread's error object, with source, description, help file and
+/// context as raised, for the interface that the client called. Gives its number as HRESULT.
+HRESULT FailWithErrorObject(REFIID calledInterface) noexcept;
 
 /// Runs `work`, which gives an HRESULT, behind the door. Nothing that it throws leaves: it becomes the thread's error
 /// object and its HRESULT.
@@ -36,7 +37,7 @@ template <class Work> HRESULT Guarded(REFIID calledInterface, const Work& work) 
     try {
         return work();
     } catch (...) {
-        return SetErrorObject(FailureInFlight(), calledInterface);
+        return FailWithErrorObject(calledInterface);
     }
 }
 

@@ -151,10 +151,8 @@ HRESULT Wrapper::Invoke(DISPID number, REFIID id, LCID /*locale*/, WORD flags, D
     if (given == nullptr) return E_POINTER;
     if (result != nullptr) VariantInit(result);
     return Guarded(IID_IDispatch, [&] {
-        // The object must outlive its own last release by what it calls.
-        const Ref<Object> object = object_;
         try {
-            return CallLate(*object, number, flags, *given, result);
+            return CallLate(*object_, number, flags, *given, result);
         } catch (...) {
             return FillException(FailureInFlight(), exception);
         }

@@ -151,7 +151,8 @@ orders.CodigoEjecutorOT = executor
 orders.EsEjecutorExterno = False
 orders.PrioridadSolicitada = 2
 Tell "launched into orders", calendar.LanzarPreventivoConvensional(DateSerial(2026, 3, 5), 7, "Breve", orders)
-TellRows "orders", session.Consultar("SELECT * FROM Orden_Trabajo"), "SC_Orden_Trabajo,ID_Activo,Descripcion,Prioridad,Hombres,Tiempo"
+TellRows "orders", session.Consultar("SELECT * FROM Orden_Trabajo"), _
+    "SC_Orden_Trabajo,ID_Activo,Descripcion,Prioridad,Hombres,Tiempo"
 TellNotices "catalogue notices", calendar.CatalogoModificado
 TellNotices "launch notices", other.OTPreventivaGenerada
 

@@ -1,6 +1,7 @@
 // What COM asks of a server beyond plain calls: identity, descriptions, late binding in all its forms, references of
 // every type, sinks that fail, and the life of the server. Silent but for what isn't so; the exit code tells.
 #include "com/tests/console.h"
+#include "com/tests/late_call.h"
 #include "com/tests/sink.h"
 
 #include <initguid.h>
@@ -43,58 +44,6 @@ template <class Interface, class Object, class Getter> Counted<Interface> Get(co
     Counted<Interface> got;
     ExpectResult("a property is read", (object.get()->*getter)(got.Receive()), S_OK);
     return got;
-}
-
-DISPID NumberOf(IDispatch* object, const wchar_t* name) {
-    auto* text = const_cast<wchar_t*>(name);
-    DISPID number = DISPID_UNKNOWN;
-    object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &number);
-    return number;
-}
-
-/// What a late-bound call gave.
-struct Outcome {
-    HRESULT result = S_OK;
-    HRESULT number = S_OK;
-    std::wstring description;
-};
-
-/// Calls a member late-bound with positional arguments in order, which may be by reference.
-Outcome Call(IDispatch* object, const wchar_t* name, const std::vector<VARIANT>& arguments,
-             WORD flags = DISPATCH_METHOD, VARIANT* result = nullptr) {
-    std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
-    DISPPARAMS given{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    EXCEPINFO exception{};
-    Outcome outcome;
-    outcome.result = object->Invoke(NumberOf(object, name), IID_NULL, LOCALE_USER_DEFAULT, flags, &given, result,
-                                    &exception, nullptr);
-    outcome.number = exception.scode;
-    if (exception.bstrDescription != nullptr) outcome.description = exception.bstrDescription;
-    SysFreeString(exception.bstrSource);
-    SysFreeString(exception.bstrDescription);
-    SysFreeString(exception.bstrHelpFile);
-    return outcome;
-}
-
-VARIANT Number(LONG number) {
-    VARIANT made{};
-    made.vt = VT_I4;
-    made.lVal = number;
-    return made;
-}
-
-VARIANT Missing() {
-    VARIANT made{};
-    made.vt = VT_ERROR;
-    made.scode = DISP_E_PARAMNOTFOUND;
-    return made;
-}
-
-VARIANT Borrowed(BSTR text) {
-    VARIANT made{};
-    made.vt = VT_BSTR;
-    made.bstrVal = text;
-    return made;
 }
 
 /// The latest line of the trace that holds a text.
@@ -331,6 +280,28 @@ void RegistersHoldWhatTheySay() {
     ExpectResult("a result goes nowhere", log->SeleccionarPorFecha(5, 46086, &sign, nullptr), E_POINTER);
 }
 
+/// The thread's error object holds what a late-bound caller got as an exception.
+void ErrorObjectTells(const Outcome& expected) {
+    Counted<IErrorInfo> error;
+    ExpectResult("there is an error object", GetErrorInfo(0, error.Receive()), S_OK);
+    if (!error) return;
+    Text source;
+    Text description;
+    Text helpFile;
+    DWORD helpContext = 0;
+    GUID raisedBy{};
+    error->GetSource(&source);
+    error->GetDescription(&description);
+    error->GetHelpFile(&helpFile);
+    error->GetHelpContext(&helpContext);
+    error->GetGUID(&raisedBy);
+    Expect("with the source", source.Wide() == expected.source);
+    Expect("the report, up to its time", description.Wide().substr(0, description.Wide().find(L"Time=")) ==
+                                             expected.description.substr(0, expected.description.find(L"Time=")));
+    Expect("the help", helpFile.Wide() == expected.helpFile && helpContext == expected.helpContext);
+    Expect("and the interface that was called", raisedBy == __uuidof(_CImputacionPreventiva));
+}
+
 void SinksMayFail() {
     const auto calendar = Get<_CImputacionPreventiva>(facade, &_CGlobalPreventivo::get_ImputacionPreventiva);
     Sink sink(IID_IDispatch);
@@ -345,6 +316,12 @@ void SinksMayFail() {
     const Outcome refused = Call(late.get(), L"LanzarPreventivo", {day, Number(7), Borrowed(words)});
     ExpectResult("a sink's error ends the launch", refused.number, static_cast<HRESULT>(0x800A000D));
     Expect("with its words", Has(refused.description, L"Not so fast") && Has(refused.description, L"Source: Sink"));
+    Expect("the report's source", refused.source == L"HuntERR.ErrorIn");
+    Expect("and the sink's help", refused.helpFile == L"fendral.chm" && refused.helpContext == 42);
+    LONG launched = 0;
+    ExpectResult("through the vtable too", calendar->LanzarPreventivo(day.date, 7, words, nullptr, 0, &launched),
+                 static_cast<HRESULT>(0x800A000D));
+    ErrorObjectTells(refused);
     sink.answer = DISP_E_MEMBERNOTFOUND;
     sink.told.clear();
     sink.raises = false;

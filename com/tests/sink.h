@@ -46,6 +46,8 @@ public:
         exception->scode = answer;
         exception->bstrSource = SysAllocString(L"Sink");
         exception->bstrDescription = SysAllocString(L"Not so fast");
+        exception->bstrHelpFile = SysAllocString(L"fendral.chm");
+        exception->dwHelpContext = 42;
         return DISP_E_EXCEPTION;
     }
 
