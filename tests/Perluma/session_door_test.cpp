@@ -1,5 +1,8 @@
 #include "Perluma/session_door.h"
 
+#include "Perluma/provider.h"
+#include "catalogues/CUnidadLectura.h"
+#include "dhRichClient3/connection.h"
 #include "frame/CGlobalPreventivo.h"
 #include "frame/provider.h"
 #include "frame/raised_error.h"
