@@ -10,7 +10,7 @@ namespace com {
 
 namespace {
 
-HMODULE module_ = nullptr;
+HMODULE thisModule = nullptr;
 std::atomic<long> held{0};
 
 }  // namespace
@@ -18,7 +18,7 @@ std::atomic<long> held{0};
 std::wstring ModulePath() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
-        const DWORD length = GetModuleFileNameW(module_, path.data(), static_cast<DWORD>(path.size()));
+        const DWORD length = GetModuleFileNameW(thisModule, path.data(), static_cast<DWORD>(path.size()));
         if (length < path.size()) return path.substr(0, length);
         path.resize(path.size() * 2);
     }
@@ -38,7 +38,7 @@ bool CanUnload() { return held == 0 && Zontara::Object::Living() == 0; }
 /// points.
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
     if (reason == DLL_PROCESS_ATTACH) {
-        com::module_ = instance;
+        com::thisModule = instance;
         com::InstallRuntime();
     }
     return TRUE;

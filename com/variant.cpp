@@ -49,9 +49,9 @@ Value OfForeignObject(const VARIANT& variant) {
     return FromBstr(text.held.bstrVal);
 }
 
-Value OfInterface(const VARIANT& variant, IUnknown* interface_) {
-    if (interface_ == nullptr) return nullptr;
-    if (const Ref<Object> object = ObjectBehind(interface_)) return object;
+Value OfInterface(const VARIANT& variant, IUnknown* given) {
+    if (given == nullptr) return nullptr;
+    if (const Ref<Object> object = ObjectBehind(given)) return object;
     return OfForeignObject(variant);
 }
 

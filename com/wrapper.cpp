@@ -79,9 +79,9 @@ private:
 };
 
 /// The COM objects that clients hold, by the objects behind them. Read and changed behind the door.
-std::unordered_map<Object*, Wrapper*>& Living() {
-    static std::unordered_map<Object*, Wrapper*> living;
-    return living;
+std::unordered_map<Object*, Wrapper*>& HeldByClients() {
+    static std::unordered_map<Object*, Wrapper*> held;
+    return held;
 }
 
 Wrapper::Wrapper(const Ref<Object>& object) : object_(object), class_(ClassOf(object->Table())) {
@@ -94,10 +94,10 @@ Wrapper::Wrapper(const Ref<Object>& object) : object_(object), class_(ClassOf(ob
         events_ = std::make_unique<Events>(static_cast<IDispatch&>(*this), *this, *object->Table(), *source,
                                            ToGuid(class_->eventsId));
     }
-    Living().emplace(object.get(), this);
+    HeldByClients().emplace(object.get(), this);
 }
 
-Wrapper::~Wrapper() { Living().erase(object_.get()); }
+Wrapper::~Wrapper() { HeldByClients().erase(object_.get()); }
 
 void* Wrapper::Face(REFIID id) {
     if (id == IID_IUnknown || id == IID_IDispatch) return static_cast<IDispatch*>(this);
@@ -197,8 +197,8 @@ HRESULT Wrapper::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
 
 /// The COM object of an object, made now if nobody holds one.
 Wrapper& WrapperOf(const Ref<Object>& object) {
-    const auto known = Living().find(object.get());
-    if (known != Living().end()) return *known->second;
+    const auto known = HeldByClients().find(object.get());
+    if (known != HeldByClients().end()) return *known->second;
     if (object->Table() == nullptr) Zontara::Raise(Zontara::RunTimeError::NoSuchMember);
     return *new Wrapper(object);
 }
