@@ -11,6 +11,11 @@ using namespace client;
 
 namespace {
 
+/// Days of the year 2026.
+constexpr DATE kFirstOfMarch = 46082;
+constexpr DATE kThursday = kFirstOfMarch + 4;
+constexpr DATE kLastOfMarch = kFirstOfMarch + 30;
+
 Counted<_SesionGlobal> session;
 Counted<_CGlobalPreventivo> facade;
 
@@ -145,7 +150,6 @@ void Launch(LONG executor) {
     Sink late(IID_IDispatch);
     early.Connect(calendar.get(), __uuidof(__CImputacionPreventiva));
     late.Connect(calendar.get(), __uuidof(__CImputacionPreventiva));
-    constexpr DATE kThursday = 46086;
     LONG launched = 0;
     Done(calendar->LanzarPreventivo(kThursday, 7, Text(L"Breve"), nullptr, 0, &launched), "launch");
     Tell("launched", launched);
@@ -177,8 +181,8 @@ void Read() {
                          Text(L""), &key),
          "reading");
     Tell("reading", key);
-    DATE from = 46082;
-    DATE to = 46112;
+    DATE from = kFirstOfMarch;
+    DATE to = kLastOfMarch;
     Text chapter(L"0");
     Text columns;
     Text assets;
@@ -202,6 +206,14 @@ void Fail() {
     Counted<_Recordset> rows;
     Text columns;
     TellError("refused statement", calendar->SeleccionarTodos(Text(L""), columns, rows.Receive()));
+    const auto readings = Get<_CLecturaEquipo>(facade, &_CGlobalPreventivo::get_LecturaEquipo);
+    DATE from = kFirstOfMarch;
+    DATE to = kLastOfMarch;
+    Text chapter;
+    Text unknown(L"Nada");
+    LONG none = 0;
+    TellError("unknown column",
+              readings->ObtenerLecturas(&from, &to, &chapter, &none, &none, &unknown, nullptr, rows.Receive()));
     TellError("nothing to end", facade->TerminarTransaccion());
 }
 

@@ -117,6 +117,7 @@ tell("overdue", facade.ElActivoTieneMantenimientoVencido("P-100", "2026-04-01"))
 
 // Errors, with the number and the report that the component raised.
 tellError("refused statement", function () { calendar.SeleccionarTodos(""); });
+tellError("unknown column", function () { readings.ObtenerLecturas("2026-03-01", "2026-03-31", "", 0, 0, "Nada"); });
 tellError("nothing to end", function () { facade.TerminarTransaccion(); });
 expect("what isn't a number", numberOf(failure(function () { facade.GrupoGama.Borrar("x"); }).number), 13);
 expect("no such member", numberOf(failure(function () { facade.GrupoGama.Nada(); }).number), 438);

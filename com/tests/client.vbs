@@ -170,6 +170,8 @@ On Error Resume Next
 calendar.SeleccionarTodos ""
 Expect "source", Err.Source, "HuntERR.ErrorIn"
 TellError "refused statement"
+readings.ObtenerLecturas DateSerial(2026, 3, 1), DateSerial(2026, 3, 31), "", 0, 0, "Nada"
+TellError "unknown column"
 facade.TerminarTransaccion
 TellError "nothing to end"
 facade.GrupoGama.Borrar "x"

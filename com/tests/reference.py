@@ -139,6 +139,8 @@ def main():
     tell("overdue", z.call(facade, "ElActivoTieneMantenimientoVencido", "P-100", "2026-04-01"))
 
     tell_error("refused statement", z.request("invoke", object=calendar, member="SeleccionarTodos", args=[""]))
+    tell_error("unknown column", z.request("invoke", object=readings, member="ObtenerLecturas",
+                                           args=["2026-03-01", "2026-03-31", "", 0, 0, "Nada"]))
     tell_error("nothing to end", z.request("invoke", object=facade, member="TerminarTransaccion"))
 
     z.call(facade, "IniciarTransaccion")
