@@ -38,6 +38,7 @@ FloatMask MaskOf(const Member& member) {
 HRESULT CallWithWords(Zontara::Object& object, const Member& member, const std::vector<Word>& words) {
     const bool hasResult = member.result.word != TypeWord::None;
     if (hasResult && words.back() == 0) return E_POINTER;
+    if (hasResult) EmptyResult(member.result, words.back());
     Zontara::CallArguments given;
     for (std::size_t i = 0; i < member.arguments.size(); ++i)
         given.positional.push_back(TakeWord(member.arguments[i], words[i]));

@@ -116,6 +116,11 @@ void GiveBack(const Argument& argument, Word word, const Value& value) {
     Clear(type, before);
 }
 
+void EmptyResult(const Zontara::TypeOf& type, Word word) {
+    if (type.word == TypeWord::Text || type.word == TypeWord::Object) Put<void*>(PlaceIn(word), nullptr);
+    if (type.word == TypeWord::Variant) VariantInit(static_cast<VARIANT*>(PlaceIn(word)));
+}
+
 void GiveResult(const Zontara::TypeOf& type, Word word, const Value& value) {
     WriteAt(type.word, PlaceIn(word), value);
 }

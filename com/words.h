@@ -17,6 +17,8 @@ Zontara::Value TakeWord(const Zontara::Argument& argument, Word word);
 /// Puts a value where a by-reference argument points; what stood there goes. Nowhere is no error.
 void GiveBack(const Zontara::Argument& argument, Word word, const Zontara::Value& value);
 
+/// Leaves nothing where a result that has to be let go of may stay away: a caller looks there after a failure too.
+void EmptyResult(const Zontara::TypeOf& type, Word word);
 /// Puts a result where the caller wants it, over whatever stands there.
 void GiveResult(const Zontara::TypeOf& type, Word word, const Zontara::Value& value);
 

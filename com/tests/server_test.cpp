@@ -276,6 +276,11 @@ void RegistersHoldWhatTheySay() {
     Text sign(L">");
     ExpectResult("a date in the second register", log->SeleccionarPorFecha(5, 46086, &sign, rows.Receive()), S_OK);
     Expect("arrives", Has(Traced(L"sql"), L"2026-03-05"));
+    auto* stray = reinterpret_cast<_Recordset*>(&rows);
+    Text noSign(L"no sign");
+    ExpectResult("a refused statement fails", log->SeleccionarPorFecha(5, 46086, &noSign, &stray),
+                 static_cast<HRESULT>(0x80040001));
+    Expect("and leaves no result", stray == nullptr);
     ExpectResult("a result goes nowhere", log->SeleccionarPorFecha(5, 46086, &sign, nullptr), E_POINTER);
 }
 
