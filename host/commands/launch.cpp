@@ -27,6 +27,7 @@ struct LaunchOptions {
     std::int32_t project = 0;
     std::string chapter;
     bool json = false;
+    bool dryRun = false;
 
     std::string ordersFile;
     std::optional<std::int32_t> orderUser;
@@ -96,7 +97,7 @@ void RunLaunch(const LaunchOptions& options, Console& console) {
     request.chapter = options.chapter;
     NoteLimits(options, console);
 
-    Plant plant(options.path, Plant::Use::Write);
+    Plant plant(options.path, options.dryRun ? Plant::Use::Copy : Plant::Use::Write);
     std::vector<launching::Outcome> outcomes;
     {
         Transaction transaction(plant);
@@ -105,10 +106,14 @@ void RunLaunch(const LaunchOptions& options, Console& console) {
         transaction.Commit();
     }
     if (options.json) {
-        text::PrintJson(console.out, launching::ToJson(request.date, outcomes));
-    } else {
-        launching::Print(console.out, request.date, outcomes);
+        auto launched = launching::ToJson(request.date, outcomes);
+        if (options.dryRun) launched["dry_run"] = true;
+        text::PrintJson(console.out, launched);
+        return;
     }
+    if (options.dryRun) console.out << "Dry run: this is what would be launched; nothing is written.\n\n";
+    launching::Print(console.out, request.date, outcomes);
+    if (options.dryRun) launching::PrintTexts(console.out, outcomes);
 }
 
 }  // namespace
@@ -130,6 +135,10 @@ void AddLaunchCommand(CLI::App& app, Console& console) {
                         "Only assets of this project; the synchronised launch takes all");
     command->add_option("--chapter", options->chapter,
                         "Meter launch: only assets whose identifier begins with this character");
+    command->add_flag(
+        "--dry-run", options->dryRun,
+        "Show what would be launched, orders with their texts, on a private copy; the database is neither "
+        "written nor held");
     AddJson(*command, options->json);
 
     const std::string orders = "Work orders instead of bulletins (the meter launch always makes orders)";

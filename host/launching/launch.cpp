@@ -88,7 +88,8 @@ std::vector<Paper> OrdersSince(Connection& database, std::int32_t mark) {
         paper.assetName = rows.Text(2);
         paper.task = rows.Int(3);
         paper.taskName = rows.Text(4);
-        paper.frequency = rows.IsNull(6) ? FrequencyIn(rows.Text(5)) : rows.Text(6) + " " + rows.Text(7);
+        paper.text = rows.Text(5);
+        paper.frequency = rows.IsNull(6) ? FrequencyIn(paper.text) : rows.Text(6) + " " + rows.Text(7);
         paper.date = rows.Text(8).substr(0, 10);
         paper.delivery = rows.Text(9).substr(0, 10);
         paper.crew = rows.Int(10);

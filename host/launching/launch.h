@@ -46,7 +46,8 @@ struct Paper {
     /// Launch and delivery of a bulletin, request and wish of an order: yyyy-mm-dd.
     std::string date;
     std::string delivery;
-    /// Of an order: lines of material, their cost, crew and time.
+    /// Of an order: its work text, lines of material, their cost, crew and time.
+    std::string text;
     std::int32_t materials = 0;
     double cost = 0;
     std::int32_t crew = 0;

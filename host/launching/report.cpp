@@ -77,6 +77,7 @@ nlohmann::json ToJson(const Paper& paper) {
         {paper.order ? "wanted" : "delivery", paper.delivery},
     };
     if (paper.order) {
+        json["text"] = paper.text;
         json["materials"] = paper.materials;
         json["cost"] = paper.cost;
         json["crew"] = paper.crew;
@@ -118,6 +119,18 @@ void Print(std::ostream& out, Zontara::Date date, const std::vector<Outcome>& ou
         return;
     }
     PrintPapers(out, papers);
+}
+
+void PrintTexts(std::ostream& out, const std::vector<Outcome>& outcomes) {
+    Grid grid({{"Order", Align::Right}, {"Text"}});
+    for (const Outcome& outcome : outcomes) {
+        for (const Paper& paper : outcome.papers) {
+            if (paper.order) grid.Add({paper.number, paper.text});
+        }
+    }
+    if (grid.Lines() == 0) return;
+    out << "\nTexts of the orders\n\n";
+    grid.Print(out);
 }
 
 nlohmann::json ToJson(Zontara::Date date, const std::vector<Outcome>& outcomes) {

@@ -15,6 +15,9 @@ void Print(std::ostream& out, Zontara::Date date, const std::vector<Outcome>& ou
 /// Only the table of papers. Orders and bulletins stand in tables of their own.
 void PrintPapers(std::ostream& out, const std::vector<Paper>& papers, std::size_t indent = 0);
 
+/// The work texts of the orders, a line each, under a title of their own; nothing when there are no orders.
+void PrintTexts(std::ostream& out, const std::vector<Outcome>& outcomes);
+
 /// For machines: {"date", "launched", "runs": [{"kind", "looked_at", "launched", "by_frequency", "papers"}]}.
 nlohmann::json ToJson(Zontara::Date date, const std::vector<Outcome>& outcomes);
 

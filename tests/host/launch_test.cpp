@@ -116,6 +116,7 @@ TEST(Launch, OptionsMakeWorkOrdersWithMaterialsAndLabour) {
                            {"task", 7},
                            {"task_name", "Engrase"},
                            {"frequency", "Semanal"},
+                           {"text", "Execute Task --- Nº 7 ,Frequency Semanal"},
                            {"materials", 2},
                            {"cost", 5.9},
                            {"crew", 2},
