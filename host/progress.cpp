@@ -34,6 +34,7 @@ void Progress::Heard(std::string_view event, const Zontara::Value& argument) {
     const std::int64_t number = Zontara::ConvertTo<std::int32_t>(argument);
     if (event == "ImputacionesRecuperadas") {
         total_ = number;
+        looked_ = 0;
     } else if (event == "ProcesandoImputacion") {
         looked_ = number;
     }

@@ -20,7 +20,7 @@ public:
 
     /// Says what the rows to come belong to.
     void Label(std::string label);
-    /// Rows that the runs so far have looked at, added up since the latest `Label`.
+    /// Rows that the latest run has looked at; 0 after a `Label`.
     std::int64_t Looked() const { return looked_; }
 
 private:

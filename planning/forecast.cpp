@@ -57,7 +57,10 @@ std::vector<Meter> MetersOf(CGlobalPreventivo& component, Date from) {
 class Run {
 public:
     Run(CGlobalPreventivo& component, Date from)
-        : component_(component), tasks_(component, listening_.Ear()), meters_(MetersOf(component, from)) {
+        : component_(component),
+          tasks_(component, listening_.Ear()),
+          meters_(MetersOf(component, from)),
+          moved_(meters_.size()) {
         ReadCalendarTasks();
     }
 
@@ -90,7 +93,6 @@ private:
 };
 
 void Run::ReadCalendarTasks() {
-    moved_.resize(meters_.size());
     for (const bool synchronised : {true, false}) {
         const auto rows = component_.ImputacionPreventiva()->SeleccionarActivas(
             Zontara::DateOf(9999, 12, 31), "SC_Imputacion_Preventiva,Gama.SC_Gama", synchronised);
