@@ -62,9 +62,9 @@ std::string ConventionalRule(Frequency frequency) {
         default:
             break;
     }
-    const std::string months = StepMonths(frequency) + (frequency == Frequency::Mensual ? " month" : " months");
-    return "due when more than " + months + " have begun since the last launch, or just " + StepMonths(frequency) +
-           " and the day of the month in Programacion has come";
+    return "due when " + StepMonths(frequency) + (frequency == Frequency::Mensual ? " month has" : " months have") +
+           " begun since the last launch and the day of the month in Programacion has come, or more months than that "
+           "have begun";
 }
 
 /// Collects what a rule compares.
