@@ -23,6 +23,8 @@ void AddCommands(CLI::App& app, Console& console) {
     AddInitCommand(app, console);
     AddImportCommand(app, console);
     AddLaunchCommand(app, console);
+    AddExplainCommand(app, console);
+    AddForecastCommand(app, console);
     AddReadingCommand(app, console);
     AddOverdueCommand(app, console);
     AddMeterCommands(app, console);

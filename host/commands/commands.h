@@ -13,6 +13,8 @@ namespace host {
 void AddInitCommand(CLI::App& app, Console& console);
 void AddImportCommand(CLI::App& app, Console& console);
 void AddLaunchCommand(CLI::App& app, Console& console);
+void AddExplainCommand(CLI::App& app, Console& console);
+void AddForecastCommand(CLI::App& app, Console& console);
 void AddReadingCommand(CLI::App& app, Console& console);
 void AddOverdueCommand(CLI::App& app, Console& console);
 /// `advance` and `reprogram`.

@@ -28,9 +28,15 @@ std::vector<std::vector<std::string>> CommandsOn(const std::string& database, co
         {"launch", database, "--date", "2026-01-05"},
         {"reading", database, "A-1", "2000"},
         {"overdue", database},
+        {"explain", database, "A-1"},
+        {"forecast", database, "--weeks", "1"},
         {"advance", database, "1", "A-1"},
         {"reprogram", database, "1", "A-1"},
     };
+}
+
+bool OnlyLooks(const std::string& command) {
+    return command == "overdue" || command == "explain" || command == "forecast";
 }
 
 TEST(Database, AMissingFileIsRefusedAndNotMade) {
@@ -122,7 +128,7 @@ TEST(Database, AReadOnlyFileRefusesWritersAndAnswersReaders) {
     for (const auto& words : CommandsOn(database, folder)) {
         SCOPED_TRACE(words[0]);
         const Ran ran = AsNobody(words);
-        if (words[0] == "overdue") {
+        if (OnlyLooks(words[0])) {
             EXPECT_EQ(ran.status, host::kDone) << ran.err;
             continue;
         }
