@@ -22,6 +22,18 @@ Ran Zontara(const std::vector<std::string>& words, bool terminal) {
     return {status, out.str(), err.str()};
 }
 
+std::vector<std::string> Commands() {
+    std::istringstream help(Zontara({"--help"}).out);
+    std::vector<std::string> commands;
+    bool listed = false;
+    for (std::string line; std::getline(help, line);) {
+        if (listed && line.rfind("  ", 0) != 0) break;
+        if (listed && line[2] != ' ') commands.push_back(line.substr(2, line.find(' ', 2) - 2));
+        listed = listed || line == "Subcommands:";
+    }
+    return commands;
+}
+
 Folder::Folder() {
     std::string pattern = (fs::temp_directory_path() / "zontara-test-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for the test");

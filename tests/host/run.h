@@ -14,6 +14,9 @@ struct Ran {
     std::string err;
 };
 
+/// The commands that the program's help lists, in its order.
+std::vector<std::string> Commands();
+
 /// Runs a command of the program in this process.
 Ran Zontara(const std::vector<std::string>& words, bool terminal = false);
 
