@@ -86,15 +86,16 @@ std::string Heat(const Forecast& forecast) {
 }
 
 std::string WeeksTable(const Forecast& forecast) {
-    Table table({{"Week", "week"}, {"Starts", "day"}, {"Bulletins"}, {"Orders"}, {"Hours"}, {"Materials"}, {"Cost"}});
+    Table table(
+        {{"Week", "more"}, {"Starts", "name"}, {"Bulletins"}, {"Orders"}, {"Hours"}, {"Materials", "more"}, {"Cost"}});
     const auto line = [](const std::string& number, const std::string& day, const Week& week) {
         return std::vector<std::string>{number,
                                         day,
                                         std::to_string(week.Bulletins()),
                                         std::to_string(week.orders),
                                         Hours(week.hours),
-                                        Amount(week.materialCost),
-                                        Amount(week.cost)};
+                                        Grouped(week.materialCost.ToNumber()),
+                                        Grouped(week.cost.ToNumber())};
     };
     for (const Week& week : forecast.weeks)
         table.Add(line(std::to_string(Zontara::WeekOfYear(week.day)), Iso(week.day), week));
@@ -118,7 +119,7 @@ std::string MaterialsTable(const Forecast& forecast) {
 
 std::string MetersTable(const Forecast& forecast) {
     if (forecast.meters.empty()) return {};
-    Table table({{"Asset", "text"}, {"Name", "text"}, {"Use a day"}, {"Readings"}, {"Last reading"}});
+    Table table({{"Asset", "name"}, {"Name", "text"}, {"Use a day"}, {"Readings", "more"}, {"Last reading", "more"}});
     for (const Meter& meter : forecast.meters) {
         const bool known = meter.use.Known();
         table.Add({meter.asset, meter.name,

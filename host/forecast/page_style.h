@@ -54,7 +54,7 @@ g:hover > .column { fill: var(--hover); }
 table { border-collapse: collapse; width: 100%; font-size: 0.87rem; font-variant-numeric: tabular-nums; }
 th, td { text-align: right; padding: 5px 8px; border-bottom: 1px solid var(--rule); white-space: nowrap; }
 th { color: var(--soft); font-weight: 600; }
-.text, .day { text-align: left; } td.text { white-space: normal; }
+.text, .name { text-align: left; } td.text { white-space: normal; }
 tr:last-child td { border-bottom: 0; }
 tr.total td { font-weight: 650; border-top: 2px solid var(--rule); }
 summary { font-weight: 650; cursor: pointer; }
@@ -66,7 +66,7 @@ footer { font-size: 0.83rem; margin-top: 18px; }
   .plot { height: 180px; } .bars { grid-template-columns: 2.1rem 1fr; } .months { font-size: 0.65rem; }
   .heat-row { grid-template: "name sum" auto "cells cells" 20px / 1fr auto; gap: 2px 8px; margin-bottom: 8px; }
   .heat-axis { display: block; } .heat-cells { height: 20px; }
-  th, td { padding: 4px 4px; } table { font-size: 0.72rem; } .week { display: none; }
+  th, td { padding: 4px; } table { font-size: 0.75rem; } .more { display: none; }
 }
 @media print { body { background: #fff; } section, details { break-inside: avoid; } }
 )css";
