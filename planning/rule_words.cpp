@@ -19,7 +19,7 @@ using Zontara::calendar::Frequency;
 std::string StepMonths(Frequency frequency) { return std::to_string(Zontara::calendar::StepOf(frequency)); }
 
 std::string SynchronisedRule(Frequency frequency) {
-    const std::string anotherWeek =
+    std::string anotherWeek =
         "due when the week of the year has another number than the week of the last launch, whatever the year";
     switch (frequency) {
         case Frequency::Diaria:

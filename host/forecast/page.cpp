@@ -27,7 +27,6 @@ public:
         std::string style = {};
     };
     explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {
-        html_ = "<div class=\"wide\"><table><thead>\n";
         std::vector<std::string> titles;
         for (const Column& column : columns_)
             titles.push_back(column.title);
@@ -51,7 +50,7 @@ private:
     }
 
     std::vector<Column> columns_;
-    std::string html_;
+    std::string html_ = "<div class=\"wide\"><table><thead>\n";
 };
 
 std::string Tile(const std::string& title, const std::string& figure, const std::string& more) {
