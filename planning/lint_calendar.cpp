@@ -1,12 +1,12 @@
 #include "calendar/CImputacionPreventiva.h"
 #include "calendar/due.h"
 #include "frame/convert.h"
+#include "planning/explanation.h"
 #include "planning/lint_parts.h"
 
 #include <fmt/format.h>
 #include <algorithm>
 #include <array>
-#include <map>
 
 namespace planning::lint {
 
@@ -14,11 +14,9 @@ namespace {
 
 using Zontara::Date;
 using Zontara::Recordset;
-using Zontara::calendar::Due;
 using Zontara::calendar::Frequency;
 using Zontara::calendar::LaunchKind;
 
-constexpr std::int32_t kYearsAhead = 10;
 constexpr std::array<std::string_view, 7> kWeekdays = {"Mondays", "Tuesdays",  "Wednesdays", "Thursdays",
                                                        "Fridays", "Saturdays", "Sundays"};
 

@@ -100,8 +100,9 @@ WeekSheet SheetOf(Zontara::CGlobalPreventivo& component, dhRichClient3::Connecti
         SheetBulletin bulletin = BulletinIn(row);
         if (!asset.empty() && bulletin.asset != asset) continue;
         const std::int32_t task = row.Int(kTask);
-        if (materials.count(task) == 0) materials[task] = MaterialsOf(component, task);
-        bulletin.materials = materials[task];
+        const auto [known, isNew] = materials.try_emplace(task);
+        if (isNew) known->second = MaterialsOf(component, task);
+        bulletin.materials = known->second;
         bulletin.statusName = component.Boletin()->Estatus(bulletin.status);
         sheet.bulletins.push_back(std::move(bulletin));
     }

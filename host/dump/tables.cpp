@@ -10,7 +10,7 @@
 namespace host::dump {
 
 std::vector<std::string> TablesNamed(const std::string& name) {
-    const std::vector<std::string> tables = schema::Tables();
+    std::vector<std::string> tables = schema::Tables();
     if (name == "all") return tables;
     for (const std::string& table : tables) {
         if (Zontara::SameName(table, name)) return {table};

@@ -68,13 +68,15 @@ void Grid::Print(std::ostream& out, std::size_t indent) const {
         widths.push_back(Length(column.title));
     }
     for (const std::vector<Cell>& line : lines_) {
-        std::vector<Shown>& cells = shown.emplace_back();
+        std::vector<Shown> cells;
         for (std::size_t i = 0; i < line.size(); ++i) {
             cells.push_back({Cut(OneLine(line[i].Text()), columns_[i].widest), line[i].InTone()});
             widths[i] = std::max(widths[i], Length(cells.back().text));
         }
+        shown.push_back(std::move(cells));
     }
     std::vector<Shown> rule;
+    rule.reserve(widths.size());
     for (const std::size_t width : widths)
         rule.push_back({std::string(width, '-'), Tone::Faint});
     shown.insert(shown.begin() + 1, std::move(rule));
