@@ -93,7 +93,7 @@ std::string OfCommand(const CLI::App& command) {
 constexpr std::string_view kRest =
     ".SH EXIT STATUS\n"
     ".TP\n.B 0\nThe command did what it was asked to.\n"
-    ".TP\n.B 1\nIt failed. The reason stands on the error stream; nothing was written.\n"
+    ".TP\n.B 1\nIt failed. The reason stands on the error stream, and the database is as it was.\n"
     ".TP\n.B 2\nIt was called in a wrong way.\n"
     ".TP\n.B 3\nIt did what it was asked to, and has findings (lint).\n"
     ".SH ENVIRONMENT\n"
