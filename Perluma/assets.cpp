@@ -4,6 +4,7 @@
 #include "frame/convert.h"
 
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace Perluma {
@@ -13,13 +14,16 @@ using Zontara::Value;
 
 namespace {
 
-/// Sets one column of one asset.
-template <class T> Value Set(Sesion& session, const std::string& ID_Activo, std::string_view column, T value) {
-    session.Connection()
-        ->Prepare("UPDATE Activo SET " + std::string(column) + " = ?2 WHERE ID_Activo = ?1")
-        .Bind(1, std::string_view(ID_Activo))
-        .Bind(2, value)
-        .Run();
+/// Sets a column of an asset by a statement of its key and the value.
+template <class T> Value Set(Sesion& session, const std::string& ID_Activo, std::string_view update, const T& value) {
+    auto set = session.Connection()->Prepare(update);
+    set.BindKept(1, ID_Activo);
+    if constexpr (std::is_same_v<T, std::string>) {
+        set.BindKept(2, value);
+    } else {
+        set.Bind(2, value);
+    }
+    set.Run();
     return Value();
 }
 
@@ -43,11 +47,11 @@ Ref<Zontara::Recordset> ServicioActivos::SeleccionarActivos(const std::string& I
 }
 
 Value ServicioActivos::FijarAcumulado(const std::string& ID_Activo, std::int32_t valor) {
-    return Set(*session_, ID_Activo, "Acumulado_Lectura", valor);
+    return Set(*session_, ID_Activo, "UPDATE Activo SET Acumulado_Lectura = ?2 WHERE ID_Activo = ?1", valor);
 }
 
 Value ServicioActivos::FijarLectura(const std::string& ID_Activo, std::int32_t valor) {
-    return Set(*session_, ID_Activo, "Activo_Lectura_Entera", valor);
+    return Set(*session_, ID_Activo, "UPDATE Activo SET Activo_Lectura_Entera = ?2 WHERE ID_Activo = ?1", valor);
 }
 
 std::int32_t ServicioActivos::AcumuladoActual(const std::string& ID_Activo) {
@@ -56,7 +60,7 @@ std::int32_t ServicioActivos::AcumuladoActual(const std::string& ID_Activo) {
 }
 
 Value ServicioActivos::AnotarLectura(const std::string& ID_Activo, const std::string& nota) {
-    return Set(*session_, ID_Activo, "Activo_Nota_Lectura", std::string_view(nota));
+    return Set(*session_, ID_Activo, "UPDATE Activo SET Activo_Nota_Lectura = ?2 WHERE ID_Activo = ?1", nota);
 }
 
 }  // namespace Perluma

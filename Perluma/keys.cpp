@@ -16,6 +16,8 @@ using Zontara::Ref;
 
 /// The engine's answer to a statement that can't be run on the tables as they are.
 constexpr std::int32_t kWrongStatement = Zontara::vbObjectError + 1;
+/// The largest key of a table that is missing or can't be read, as an SQL expression.
+constexpr const char* kNoKeys = "0";
 constexpr std::int64_t kLargestKey = std::numeric_limits<std::int32_t>::max();
 
 std::string InSmallLetters(std::string text) {
@@ -64,17 +66,33 @@ std::int32_t GeneradorClaves::ProximaClave(const std::string& tabla) {
     return static_cast<std::int32_t>(counter.handedOut);
 }
 
-std::int64_t GeneradorClaves::NextInTransaction(const std::string& tabla, const Counter& counter) {
-    std::int64_t last = counter.inTransaction;
-    if (last == 0) {
-        auto stored = connection_->Prepare("SELECT max(?2, " + LargestKeyOf(tabla) +
-                                           ", ifnull((SELECT CAST(Ultima_Clave AS INTEGER)"
-                                           " FROM Clave WHERE Tabla = ?1), 0))");
-        stored.Bind(1, std::string_view(tabla)).Bind(2, counter.handedOut).Step();
-        last = stored.Int64(0);
-    }
+std::int64_t GeneradorClaves::NextInTransaction(const std::string& tabla, Counter& counter) {
+    const std::int64_t last = counter.inTransaction == 0 ? LastStored(tabla, counter) : counter.inTransaction;
     if (last >= kLargestKey) Zontara::Raise(Zontara::RunTimeError::Overflow);
     return last + 1;
+}
+
+std::int64_t GeneradorClaves::LastStored(const std::string& tabla, Counter& counter) {
+    if (!counter.read.empty()) {
+        try {
+            return LastStored(tabla, counter, counter.read);
+        } catch (const Zontara::RaisedError&) {
+            // The table may have changed since: look at it anew.
+            counter.read.clear();
+        }
+    }
+    const std::string largest = LargestKeyOf(tabla);
+    const std::string read = "SELECT max(?2, " + largest +
+                             ", ifnull((SELECT CAST(Ultima_Clave AS INTEGER) FROM Clave WHERE Tabla = ?1), 0))";
+    const std::int64_t last = LastStored(tabla, counter, read);
+    if (largest != kNoKeys) counter.read = read;
+    return last;
+}
+
+std::int64_t GeneradorClaves::LastStored(const std::string& tabla, const Counter& counter, const std::string& read) {
+    auto stored = connection_->Prepare(read);
+    stored.BindKept(1, tabla).Bind(2, counter.handedOut).Step();
+    return stored.Int64(0);
 }
 
 std::int64_t GeneradorClaves::NextAtOnce(const std::string& tabla, const Counter& counter) {
@@ -101,7 +119,7 @@ std::int64_t GeneradorClaves::NextAtOnce(const std::string& tabla, const Counter
 std::string GeneradorClaves::LargestKeyOf(const std::string& tabla) {
     try {
         auto column = connection_->Prepare("SELECT name FROM pragma_table_info(?1) ORDER BY pk <> 1, cid LIMIT 1");
-        if (!column.Bind(1, std::string_view(tabla)).Step()) return "0";
+        if (!column.Bind(1, std::string_view(tabla)).Step()) return kNoKeys;
         std::string largest = "CAST(ifnull((SELECT max(" + QuotedName(column.Text(0)) + ") FROM " + QuotedName(tabla) +
                               "), 0) AS INTEGER)";
         connection_->Prepare("SELECT " + largest).Step();
@@ -110,7 +128,7 @@ std::string GeneradorClaves::LargestKeyOf(const std::string& tabla) {
         // An interrupt, a full memory or a failing disk says nothing of the table: a key of an empty one would be
         // taken.
         if (refusal.Number() != kWrongStatement) throw;
-        return "0";
+        return kNoKeys;
     }
 }
 
@@ -121,7 +139,7 @@ void GeneradorClaves::SaveCounters() {
             "INSERT INTO Clave (Tabla, Ultima_Clave) VALUES (?1, ?2)"
             " ON CONFLICT (Tabla) DO UPDATE"
             " SET Ultima_Clave = max(CAST(Clave.Ultima_Clave AS INTEGER), excluded.Ultima_Clave)");
-        save.Bind(1, std::string_view(table)).Bind(2, counter.inTransaction).Run();
+        save.BindKept(1, table).Bind(2, counter.inTransaction).Run();
     }
 }
 

@@ -34,10 +34,14 @@ private:
         std::int64_t handedOut = 0;
         /// Last key of the open transaction; 0 when the transaction has asked for none yet.
         std::int64_t inTransaction = 0;
+        /// Reads where a transaction counts on, kept once the table could be read.
+        std::string read;
     };
 
     explicit GeneradorClaves(Zontara::Ref<dhRichClient3::Connection> connection);
-    std::int64_t NextInTransaction(const std::string& tabla, const Counter& counter);
+    std::int64_t NextInTransaction(const std::string& tabla, Counter& counter);
+    std::int64_t LastStored(const std::string& tabla, const Counter& counter, const std::string& read);
+    std::int64_t LastStored(const std::string& tabla, Counter& counter);
     std::int64_t NextAtOnce(const std::string& tabla, const Counter& counter);
     std::string LargestKeyOf(const std::string& tabla);
     void SaveCounters();

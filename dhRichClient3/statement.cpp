@@ -70,6 +70,12 @@ Statement& Statement::Bind(int parameter, std::string_view value) {
     return *this;
 }
 
+Statement& Statement::BindKept(int parameter, std::string_view value) {
+    BeforeBinding();
+    engine_->Bind(*held_, parameter, value, true);
+    return *this;
+}
+
 Statement& Statement::Bind(int parameter, Zontara::Null) {
     BeforeBinding();
     engine_->BindNull(*held_, parameter);
@@ -85,8 +91,7 @@ bool Statement::Step() {
 }
 
 void Statement::Run() {
-    Step();
-    Reset();
+    if (Step()) Reset();
 }
 
 void Statement::Reset() {

@@ -36,6 +36,8 @@ public:
     Statement& Bind(int parameter, float value);
     Statement& Bind(int parameter, Zontara::Money value);
     Statement& Bind(int parameter, std::string_view value);
+    /// A text that isn't copied: it must outlive the run.
+    Statement& BindKept(int parameter, std::string_view value);
     Statement& Bind(int parameter, Zontara::Null);
     Statement& Bind(int parameter, std::nullptr_t) { return Bind(parameter, Zontara::Null{}); }
 

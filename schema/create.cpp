@@ -2,6 +2,7 @@
 
 #include "frame/raised_error.h"
 
+#include <set>
 #include <string_view>
 
 namespace schema {
@@ -25,14 +26,26 @@ void CollectTables(std::string_view ddl, std::vector<std::string>& tables) {
     }
 }
 
-bool HasTable(Connection& connection, const std::string& table) {
-    auto find = connection.Prepare("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?1 COLLATE NOCASE");
-    return find.Bind(1, table).Step();
+std::string InSmallLetters(std::string name) {
+    for (char& letter : name) {
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    return name;
+}
+
+/// The tables that are there, in small letters.
+std::set<std::string> StoredTables(Connection& connection) {
+    std::set<std::string> stored;
+    auto names = connection.Prepare("SELECT name FROM sqlite_master WHERE type = 'table'");
+    while (names.Step())
+        stored.insert(InSmallLetters(names.Text(0)));
+    return stored;
 }
 
 void RunScripts(Connection& connection) {
+    const std::set<std::string> stored = StoredTables(connection);
     for (const std::string& table : Tables()) {
-        if (HasTable(connection, table))
+        if (stored.count(InSmallLetters(table)) > 0)
             Zontara::RaiseError(Zontara::vbObjectError + 1, "schema", "table " + table + " already exists");
     }
     // The trigger of the component's tables names a table of the product's.
@@ -65,9 +78,10 @@ std::vector<std::string> Tables() {
 }
 
 std::vector<std::string> MissingTables(Connection& connection) {
+    const std::set<std::string> stored = StoredTables(connection);
     std::vector<std::string> missing;
     for (std::string& table : Tables()) {
-        if (!HasTable(connection, table)) missing.push_back(std::move(table));
+        if (stored.count(InSmallLetters(table)) == 0) missing.push_back(std::move(table));
     }
     return missing;
 }
