@@ -51,12 +51,13 @@ class Fields final : public Zontara::Campos {
 public:
     void Show(std::shared_ptr<const Rows> rows) {
         rows_ = std::move(rows);
-        fields_.assign(rows_->store.Columns(), nullptr);
+        fields_.clear();
     }
 
     Ref<Zontara::Campo> Item(const Value& name) override {
         const std::size_t column = name.Is<std::string>() ? rows_->PositionOf(name.Get<std::string>())
                                                           : rows_->PositionOf(Zontara::ConvertTo<std::string>(name));
+        fields_.resize(rows_->store.Columns());
         auto& field = fields_[column];
         if (!field) field = std::make_shared<Field>(rows_, column);
         return field;

@@ -55,6 +55,11 @@ std::size_t ColumnNames::Find(std::string_view name) const {
 
 RowStore::RowStore(std::shared_ptr<const ColumnNames> columns) : columns_(std::move(columns)) {}
 
+RowStore::RowStore() {
+    static const auto none = std::make_shared<const ColumnNames>(std::vector<std::string>());
+    columns_ = none;
+}
+
 RowStore::RowStore(std::vector<std::string> columns)
     : RowStore(std::make_shared<const ColumnNames>(std::move(columns))) {}
 

@@ -40,7 +40,9 @@ class RowStore {
 public:
     /// Starts a table of these columns with no rows.
     explicit RowStore(std::shared_ptr<const ColumnNames> columns);
-    explicit RowStore(std::vector<std::string> columns = {});
+    explicit RowStore(std::vector<std::string> columns);
+    /// A table of no columns.
+    RowStore();
 
     void AddNull();
     /// A whole number: an int32 if it fits, else a float64.

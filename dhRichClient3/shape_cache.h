@@ -17,11 +17,11 @@ namespace dhRichClient3 {
 class ShapeCache {
 public:
     /// The statement of a text's shape, and the text's lifted literals; none if there is none.
-    Compiled* Find(std::string_view text, std::vector<dialect::Token>& literals) {
+    Compiled* Find(std::string_view text, std::vector<dialect::Literal>& literals) {
         const auto found = std::find_if(kept_.begin(), kept_.end(),
                                         [&](const auto& kept) { return kept->shape.Matches(text, literals); });
         if (found == kept_.end()) return nullptr;
-        std::rotate(kept_.begin(), found, found + 1);
+        if (found != kept_.begin()) std::rotate(kept_.begin(), found, found + 1);
         return kept_.front()->statement.get();
     }
 

@@ -23,32 +23,17 @@ constexpr std::size_t kLongestKept = 100'000;
 
 }  // namespace
 
-class TextRunner::Ready {
-public:
-    explicit Ready(Compiled& kept) : statement_(&kept) {}
-    explicit Ready(std::unique_ptr<Compiled> own) : own_(std::move(own)), statement_(own_.get()) {}
-    Ready(Ready&& other) noexcept : own_(std::move(other.own_)), statement_(std::exchange(other.statement_, nullptr)) {}
-    Ready& operator=(Ready&&) = delete;
-    /// The parameters refer to the text, which goes.
-    ~Ready() {
-        if (statement_) Engine::ClearParameters(*statement_);
-    }
-    explicit operator bool() const { return statement_ != nullptr; }
-    Compiled& operator*() const { return *statement_; }
-
-private:
-    std::unique_ptr<Compiled> own_;
-    Compiled* statement_;
-};
-
-TextRunner::TextRunner(Engine& engine) : engine_(engine) { ReadSchema(); }
+TextRunner::TextRunner(Engine& engine)
+    : engine_(engine), catalogue_([this](std::string_view table) { return ColumnsOf(table); }) {
+    ReadSchema();
+}
 
 void TextRunner::Execute(const std::string& sql) {
     engine_.RequireTransaction();
     const Engine::ClosedDoor closed(engine_);
     const Ready ready = Prepare(sql);
     engine_.StartRun();
-    if (engine_.Step(*ready)) Engine::Reset(*ready);
+    if (engine_.Step(*ready.statement)) Engine::Reset(*ready.statement);
 }
 
 RowStore TextRunner::Fetch(const std::string& sql) {
@@ -56,69 +41,63 @@ RowStore TextRunner::Fetch(const std::string& sql) {
     const Engine::ClosedDoor closed(engine_);
     const Ready ready = Prepare(sql);
     engine_.StartRun();
-    return engine_.FetchAll(*ready);
+    return engine_.FetchAll(*ready.statement);
 }
 
 TextRunner::Ready TextRunner::Prepare(const std::string& sql) {
-    if (Compiled* const kept = Kept(sql)) {
-        Ready ready(*kept);
-        BindLiterals(*ready);
-        return ready;
-    }
+    if (Compiled* const kept = Kept(sql)) return {kept, nullptr};
     dialect::Tokenize(sql, tokens_);
     const auto verdict = dialect::Judge(sql, tokens_);
     if (!verdict.Accepted()) Engine::RaiseCode(kRefusedByDoor, verdict.refusal);
-    dialect::Lift(tokens_, verdict, partialIndexes_, literals_);
     const bool mayKeep = sql.size() <= kLongestKept;
-    if (mayKeep && !literals_.empty()) {
-        if (Ready lifted = Lifted(sql, verdict.selects)) return lifted;
-        dialect::Tokenize(sql, tokens_);
+    if (mayKeep) {
+        dialect::Lift(tokens_, verdict, partialIndexes_, lifted_);
+        if (!lifted_.empty()) {
+            if (Compiled* const lifted = Lifted(sql, verdict.selects)) return {lifted, nullptr};
+            dialect::Tokenize(sql, tokens_);
+        }
     }
     auto statement = verdict.selects ? TryCompileSelect(sql) : engine_.TryCompile(sql, {});
     if (!statement) engine_.RaiseLast();
-    if (!mayKeep) return Ready(std::move(statement));
-    return Ready(kept_.Keep(dialect::Shape(sql, {}), std::move(statement)));
+    if (mayKeep) return {&kept_.Keep(dialect::Shape(sql, {}), std::move(statement)), nullptr};
+    Compiled* const own = statement.get();
+    return {own, std::move(statement)};
 }
 
-/// A statement that is kept, with the text's literals in `literals_`.
+/// The statement that is kept for the text's shape, with the text's literals for parameters; none if there is none.
 Compiled* TextRunner::Kept(const std::string& sql) {
     if (sql.size() > kLongestKept || sql.find('\0') != std::string::npos) return nullptr;
-    return kept_.Find(sql, literals_);
+    Compiled* const kept = kept_.Find(sql, literals_);
+    if (kept) BindLiterals(*kept);
+    return kept;
 }
 
-/// The statement of the text's shape, with the lifted literals for parameters; none when the shape doesn't compile, as
-/// when a string stands for a name: then the text itself has to say what is wrong.
-TextRunner::Ready TextRunner::Lifted(const std::string& sql, bool selects) {
-    dialect::Shape shape(sql, literals_, selects);
+/// The same for a text of a new shape, `lifted_` being the literals that may differ. None when the shape doesn't
+/// compile, as when a string stands for a name: then the text itself has to say what is wrong.
+Compiled* TextRunner::Lifted(const std::string& sql, bool selects) {
+    dialect::Shape shape(sql, lifted_, selects);
     const std::string text = shape.Text();
     if (selects) dialect::Tokenize(text, tokens_);
     auto statement = selects ? TryCompileSelect(text) : engine_.TryCompile(text, {});
-    if (!statement || Engine::ParameterCount(*statement) != static_cast<int>(shape.LiftedCount())) {
-        return Ready(std::unique_ptr<Compiled>());
-    }
-    Ready ready(kept_.Keep(std::move(shape), std::move(statement)));
-    BindLiterals(*ready);
-    return ready;
+    if (!statement || Engine::ParameterCount(*statement) != static_cast<int>(shape.LiftedCount())) return nullptr;
+    kept_.Keep(std::move(shape), std::move(statement));
+    return Kept(sql);
 }
 
+/// The parameters refer to the text. It goes after the run, but the engine looks at them in a run alone, and each run
+/// begins here.
 void TextRunner::BindLiterals(Compiled& statement) {
     int parameter = 0;
-    for (const dialect::Token& literal : literals_) {
+    for (const dialect::Literal& literal : literals_) {
         ++parameter;
         if (literal.kind == dialect::TokenKind::Integer) {
             std::int64_t number = 0;
             std::from_chars(literal.text.data(), literal.text.data() + literal.text.size(), number);
             engine_.Bind(statement, parameter, number);
-        } else if (literal.kind == dialect::TokenKind::Decimal) {
-            engine_.Bind(statement, parameter, literal.text, true);
+        } else if (literal.doubled) {
+            engine_.Bind(statement, parameter, dialect::WithSingleQuotes(literal.text), false);
         } else {
-            const auto inside = literal.text.substr(1, literal.text.size() - 2);
-            const bool plain = inside.find('\'') == std::string_view::npos;
-            if (plain) {
-                engine_.Bind(statement, parameter, inside, true);
-            } else {
-                engine_.Bind(statement, parameter, dialect::Unquoted(literal), false);
-            }
+            engine_.Bind(statement, parameter, literal.text, true);
         }
     }
 }
@@ -149,7 +128,11 @@ std::unique_ptr<Compiled> TextRunner::TryCompileSelect(const std::string& sql) {
         if (!name || std::any_of(names.begin(), names.end(), same)) return nullptr;
         names.push_back(std::move(*name));
         auto qualified = dialect::QualifyBareNames(sql, tokens_, names, catalogue_);
-        if (!qualified) return nullptr;
+        if (!qualified) {
+            // Once more, since reading columns has hidden the refusal.
+            engine_.TryCompile(meant, {});
+            return nullptr;
+        }
         meant = std::move(*qualified);
     }
 }
@@ -158,35 +141,27 @@ void TextRunner::ReadSchema() {
     kept_.Clear();
     ambiguous_.clear();
     catalogue_.Clear();
-    const auto tables = engine_.Compile(
-        "SELECT name FROM sqlite_schema WHERE type IN ('table','view') UNION "
-        "SELECT name FROM sqlite_temp_schema WHERE type IN ('table','view')");
+    // A partial index serves a statement only if the engine sees the values of its condition in the text.
+    const auto partial =
+        engine_.Compile("SELECT 1 FROM sqlite_schema WHERE type = 'index' AND sql LIKE '%where%' LIMIT 1");
     engine_.StartRun();
-    const RowStore names = engine_.FetchAll(*tables);
-    for (std::size_t row = 0; row < names.Rows(); ++row)
-        AddColumns(names.At(row, 0).Get<std::string>());
-    ReadIndexes();
+    partialIndexes_ = engine_.FetchAll(*partial).Rows() > 0;
 }
 
-/// A partial index serves a statement only if the engine sees the values of its condition in the text.
-void TextRunner::ReadIndexes() {
-    const auto statement = engine_.Compile("SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql LIKE '%where%'");
-    engine_.StartRun();
-    partialIndexes_ = engine_.FetchAll(*statement).Rows() > 0;
-}
-
-void TextRunner::AddColumns(const std::string& table) {
+std::vector<dialect::Catalogue::Column> TextRunner::ColumnsOf(std::string_view table) {
+    const Engine::OpenedDoor opened(engine_);
+    std::vector<dialect::Catalogue::Column> columns;
     const auto statement = engine_.Compile("SELECT name, type FROM pragma_table_info(?1)");
     engine_.Bind(*statement, 1, table, true);
     engine_.StartRun();
     try {
-        const RowStore columns = engine_.FetchAll(*statement);
-        for (std::size_t row = 0; row < columns.Rows(); ++row) {
-            catalogue_.Add(table, columns.At(row, 0).Get<std::string>(), columns.At(row, 1).Get<std::string>());
-        }
+        const RowStore rows = engine_.FetchAll(*statement);
+        for (std::size_t row = 0; row < rows.Rows(); ++row)
+            columns.push_back({rows.At(row, 0).Get<std::string>(), rows.At(row, 1).Get<std::string>()});
     } catch (const Zontara::RaisedError&) {
-        // A view of a table that is gone has no columns, and is no reason to do without the rest.
+        // A view of a table that is gone has no columns.
     }
+    return columns;
 }
 
 }  // namespace dhRichClient3

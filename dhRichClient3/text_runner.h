@@ -26,20 +26,23 @@ public:
     void Execute(const std::string& sql);
     RowStore Fetch(const std::string& sql);
 
-    /// Reads columns, marks and indexes again and forgets what was kept.
+    /// Forgets what was kept and read of the schema, and sees whether there are partial indexes. Columns and marks of a
+    /// table are read when a bare name may be one of its columns.
     void ReadSchema();
 
 private:
-    /// A statement with its parameters set, for one run.
-    class Ready;
+    /// A statement with its parameters set, for one run: one that is kept, or one of the run's own.
+    struct Ready {
+        Compiled* statement;
+        std::unique_ptr<Compiled> own;
+    };
 
     Ready Prepare(const std::string& sql);
     Compiled* Kept(const std::string& sql);
-    Ready Lifted(const std::string& sql, bool selects);
+    Compiled* Lifted(const std::string& sql, bool selects);
     void BindLiterals(Compiled& statement);
     std::unique_ptr<Compiled> TryCompileSelect(const std::string& sql);
-    void AddColumns(const std::string& table);
-    void ReadIndexes();
+    std::vector<dialect::Catalogue::Column> ColumnsOf(std::string_view table);
 
     Engine& engine_;
     ShapeCache kept_;
@@ -49,7 +52,8 @@ private:
     std::unordered_map<std::string, std::vector<std::string>> ambiguous_;
     /// Room that is used again for each text.
     std::vector<dialect::Token> tokens_;
-    std::vector<dialect::Token> literals_;
+    std::vector<dialect::Token> lifted_;
+    std::vector<dialect::Literal> literals_;
     std::string shape_;
 };
 

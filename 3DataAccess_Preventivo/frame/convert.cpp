@@ -82,16 +82,14 @@ template <class T> T Rounded(double number) {
 struct Digits {
     std::string digits;
     int exponent = 0;
-    friend bool operator==(const Digits&, const Digits&) = default;
 };
 
 /// Takes apart what stands in the form 1.23e+45.
 Digits DigitsIn(std::string_view text) {
     const std::size_t mark = text.find('e');
     Digits result;
-    for (const char c : text.substr(0, mark)) {
-        if (c >= '0' && c <= '9') result.digits += c;
-    }
+    result.digits = text.front();
+    if (mark > 2) result.digits.append(text.substr(2, mark - 2));
     const std::string_view exponent = text.substr(text[mark + 1] == '+' ? mark + 2 : mark + 1);
     std::from_chars(exponent.data(), exponent.data() + exponent.size(), result.exponent);
     const std::size_t last = result.digits.find_last_not_of('0');
@@ -150,18 +148,24 @@ template <class T> bool ReadsBackAs(T magnitude, const Digits& digits) {
 }
 
 /// The number rounded to the fewest digits with which it reads back.
+template <class T> Digits ShortestDigits(T magnitude, int mostDigits) {
+    const Digits fewest = FewestDigits(magnitude);
+    auto precision = static_cast<int>(fewest.digits.size());
+    // A power of two has its neighbour below nearer than the one above: there the fewest digits need not be the
+    // nearest.
+    int exponent = 0;
+    if (precision < mostDigits && std::frexp(magnitude, &exponent) != T{0.5}) return fewest;
+    for (; precision < mostDigits; ++precision) {
+        Digits digits = DigitsOf(static_cast<double>(magnitude), precision);
+        if (ReadsBackAs(magnitude, digits)) return digits;
+    }
+    return DigitsOf(static_cast<double>(magnitude), mostDigits);
+}
+
 template <class T> std::string ShortestText(T number, int mostDigits) {
     if (!std::isfinite(number)) Raise(RunTimeError::Overflow);
     if (number == T{0}) return "0";
-    const T magnitude = std::fabs(number);
-    const Digits fewest = FewestDigits(magnitude);
-    for (int precision = static_cast<int>(fewest.digits.size()); precision < mostDigits; ++precision) {
-        const Digits digits = DigitsOf(static_cast<double>(magnitude), precision);
-        if (digits == fewest || ReadsBackAs(magnitude, digits)) {
-            return Written(number < T{0}, digits, kLastPlainExponent);
-        }
-    }
-    return Written(number < T{0}, DigitsOf(static_cast<double>(magnitude), mostDigits), kLastPlainExponent);
+    return Written(number < T{0}, ShortestDigits(std::fabs(number), mostDigits), kLastPlainExponent);
 }
 
 template <class T> bool IsWholeBelow(T number, T limit) {

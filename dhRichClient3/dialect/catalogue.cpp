@@ -30,7 +30,16 @@ void Catalogue::Add(std::string_view table, std::string_view column, std::string
     columns_[KeyOf(table, column)] = IsMarked(declaredType);
 }
 
+void Catalogue::Clear() {
+    columns_.clear();
+    read_.clear();
+}
+
 bool Catalogue::Offers(std::string_view table, std::string_view column) const {
+    if (reader_ && read_.insert(KeyOf(table, "")).second) {
+        for (const Column& found : reader_(table))
+            columns_[KeyOf(table, found.name)] = IsMarked(found.declaredType);
+    }
     const auto found = columns_.find(KeyOf(table, column));
     return found != columns_.end() && !found->second;
 }

@@ -5,8 +5,6 @@
 namespace dhRichClient3::dialect {
 namespace {
 
-constexpr std::size_t kLongestInteger = 18;
-
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsHexDigit(char c) { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 constexpr bool IsLetter(char c) {
@@ -150,14 +148,6 @@ std::string Unquoted(const Token& token) {
         if (quote != ']' && token.text[at] == quote) ++at;
     }
     return name;
-}
-
-Token LiteralAt(std::string_view text, std::size_t at) {
-    if (at < text.size() && (text[at] == '\'' || text[at] == '.' || IsDigit(text[at]))) {
-        const Token token = Scanner(text).Take(at);
-        if (token.IsLiteral() || token.kind == TokenKind::Decimal) return token;
-    }
-    return {TokenKind::Broken, {}};
 }
 
 void Tokenize(std::string_view text, std::vector<Token>& tokens) {

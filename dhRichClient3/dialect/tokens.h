@@ -10,6 +10,9 @@
 /// which column a bare name means, which texts have one shape. Knows no engine.
 namespace dhRichClient3::dialect {
 
+/// Digits of the longest whole number that is sure to fit 64 bits.
+inline constexpr std::size_t kLongestInteger = 18;
+
 enum class TokenKind : std::uint8_t {
     Word,      ///< keyword or bare identifier
     Quoted,    ///< identifier in "", `` or []
@@ -43,10 +46,6 @@ struct Token {
 
 /// The pieces of a text, in order, into a vector that a caller may use again and again.
 void Tokenize(std::string_view text, std::vector<Token>& tokens);
-
-/// The string, short whole number or decimal number that begins at a place of the text; of kind `Broken` when something
-/// else stands there, and for a string that is never closed.
-Token LiteralAt(std::string_view text, std::size_t at);
 
 /// Whether two identifiers are the same: without regard to the case of ASCII letters.
 bool SameName(std::string_view left, std::string_view right);

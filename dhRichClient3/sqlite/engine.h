@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 struct sqlite3;
 
@@ -40,6 +41,19 @@ public:
 
     private:
         Engine& engine_;
+    };
+
+    /// Opens the door again for a question of the library's own.
+    class OpenedDoor {
+    public:
+        explicit OpenedDoor(Engine& engine) : engine_(engine), closed_(std::exchange(engine.doorClosed_, false)) {}
+        OpenedDoor(const OpenedDoor&) = delete;
+        OpenedDoor& operator=(const OpenedDoor&) = delete;
+        ~OpenedDoor() { engine_.doorClosed_ = closed_; }
+
+    private:
+        Engine& engine_;
+        bool closed_;
     };
 
     /// Compiles one statement to be kept under a key; none when the engine refuses it, see `RaiseLast`.

@@ -111,6 +111,10 @@ void TurnToWal(Engine& engine, int waitMilliseconds) {
 }  // namespace
 
 std::shared_ptr<Engine> Engine::Open(const std::string& path, const Options& options) {
+    // Statistics of memory, which nobody asks for, cost a lock at each allocation. Refused, and no harm done, when the
+    // engine runs already.
+    static const int configured = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    static_cast<void>(configured);
     if (path.empty()) RaiseCode(SQLITE_CANTOPEN, "No database is named. Give the path of a file, or :memory:.");
     const bool isFile = path != kInMemory;
     if (isFile) LookAtFile(path, options.mode);
