@@ -105,10 +105,10 @@ TEST(Lifting, MoreLiteralsThanAStatementHasParametersStay) {
 
 /// Whether the second text is of the first one's shape, and with which literals.
 std::string LiteralsOf(const std::string& first, const std::string& second) {
-    std::vector<Token> literals;
+    std::vector<Literal> literals;
     if (!ShapeFor(first).Matches(second, literals)) return "another shape";
     std::string joined;
-    for (const Token& literal : literals)
+    for (const Literal& literal : literals)
         joined += (joined.empty() ? "" : " ") + std::string(literal.text);
     return joined;
 }
@@ -116,9 +116,9 @@ std::string LiteralsOf(const std::string& first, const std::string& second) {
 TEST(Shape, MatchesTextsThatDifferInTheLiftedLiteralsAlone) {
     const std::string insert = "INSERT INTO t VALUES(5,'x',1.5)";
     const std::pair<std::string, std::string> cases[] = {
-        {insert, "5 'x' 1.5"},
-        {"INSERT INTO t VALUES(70,'it''s ''',.5)", "70 'it''s ''' .5"},
-        {"INSERT INTO t VALUES(0,'',1E-05)", "0 '' 1E-05"},
+        {insert, "5 x 1.5"},
+        {"INSERT INTO t VALUES(70,'it''s ''',.5)", "70 it''s '' .5"},
+        {"INSERT INTO t VALUES(0,'',1E-05)", "0  1E-05"},
         {"INSERT INTO t VALUES('5','x',1.5)", "another shape"},
         {"INSERT INTO t VALUES(5.0,'x',1.5)", "another shape"},
         {"INSERT INTO t VALUES(5,'x',1)", "another shape"},

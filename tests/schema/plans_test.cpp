@@ -1,6 +1,8 @@
 #include "schema/create.h"
 
 #include "dhRichClient3/connection.h"
+#include "dhRichClient3/dialect/lifting.h"
+#include "dhRichClient3/dialect/shape.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,6 +12,8 @@
 #include <vector>
 
 namespace {
+
+namespace dialect = dhRichClient3::dialect;
 
 using dhRichClient3::Connection;
 using testing::ElementsAre;
@@ -52,6 +56,9 @@ const std::vector<Plan> kPlans = {
     {"active ones, in service or not", kActivas + " and Es_Sincronizada=1   ", {kByKey, kTheAssetsKey}},
     {"overdue calendar assignments of an asset",
      kActivas + " and Es_Sincronizada=1  and Activo.ID_Activo='A1' ",
+     {kTheAssetsKey, "SEARCH Imputacion_Preventiva USING INDEX Imputacion_Preventiva_Activo (ID_Activo=?)"}},
+    {"overdue conventional assignments of an asset",
+     kActivas + " and Es_Sincronizada=0   and Activo.ID_Activo='A1' ",
      {kTheAssetsKey, "SEARCH Imputacion_Preventiva USING INDEX Imputacion_Preventiva_Activo (ID_Activo=?)"}},
     {"one overdue calendar assignment",
      kActivas + " and Es_Sincronizada=0   and Activo.ID_Activo='A1' and "
@@ -134,6 +141,20 @@ TEST_F(PlanTest, EverySelectionIsWalkedAsItIsMeantToBe) {
         steps.resize(plan.steps.size());
         EXPECT_EQ(steps, plan.steps);
     }
+}
+
+TEST_F(PlanTest, AParameterForALiftedLiteralChangesNoPlan) {
+    int lifted = 0;
+    for (const Plan& plan : kPlans) {
+        SCOPED_TRACE(plan.label);
+        std::vector<dialect::Token> tokens;
+        std::vector<dialect::Token> literals;
+        dialect::Tokenize(plan.sql, tokens);
+        dialect::Lift(tokens, dialect::Judge(plan.sql, tokens), false, literals);
+        if (!literals.empty()) ++lifted;
+        EXPECT_EQ(PlanOf(dialect::Shape(plan.sql, literals, true).Text()), PlanOf(plan.sql));
+    }
+    EXPECT_GT(lifted, 10);
 }
 
 TEST_F(PlanTest, NoLaunchSortsItsRows) {
