@@ -30,9 +30,14 @@ int main(int argc, char** argv) {
         names += (names.empty() ? "" : ", ") + item.name;
     app.add_flag("--quick", quick, "A tenth of the rows and three rounds: figures are rough");
     app.add_option("--rounds", scale.rounds, "Rounds of each measurement")->check(CLI::PositiveNumber);
+    app.add_option("--divisor", scale.divisor, "Divides the numbers of rows")->check(CLI::PositiveNumber);
     app.add_option("--only", only, "Only these: " + names)->delimiter(',');
     CLI11_PARSE(app, argc, argv);
-    if (quick) scale = {3, 10};
+    if (quick) {
+        if (app.count("--divisor") == 0) scale.divisor = 10;
+        if (app.count("--rounds") == 0) scale.rounds = 3;
+    }
+
     try {
         bench::Table table;
         table.Head();

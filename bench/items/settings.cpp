@@ -63,16 +63,6 @@ Side SideOf(const Plant& plant, const Setting& setting, int rows) {
             [&plant, &setting, rows] { Launch(plant, setting, rows); }};
 }
 
-void MeasureLibrary(Table& table) {
-    bool amalgamated = false;
-    for (int i = 0; const char* const option = sqlite3_compileoption_get(i); ++i)
-        amalgamated = amalgamated || std::string(option) == "THREADSAFE=2";
-    table.Add({"9",
-               std::string("SQLite ") + sqlite3_libversion() +
-                   (amalgamated ? ", built from its sources with the program" : ", the system's"),
-               "", "", 1});
-}
-
 }  // namespace
 
 void MeasureSettings(const Scale& scale, Table& table) {
@@ -88,8 +78,8 @@ void MeasureSettings(const Scale& scale, Table& table) {
         const auto times = Alternate(scale.rounds, {SideOf(changed, setting, rows), SideOf(plain, asItIs, rows)});
         table.AddRatio("9", "bound launch, file, " + setting.what + " : without", times[0], times[1], 0);
     }
-    Configure(true);
-    MeasureLibrary(table);
+    // As the component sets it.
+    Configure(false);
 }
 
 }  // namespace bench
