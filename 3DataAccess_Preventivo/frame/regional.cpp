@@ -166,8 +166,6 @@ const Regional& CurrentRegional() {
 
 std::string Format(Date date, std::string_view picture) {
     const CivilDate day = CivilOf(date);
-    const bool timed = picture.find_first_of("hHnNsS") != std::string_view::npos;
-    const TimeOfDay time = timed ? TimeOf(date) : TimeOfDay{};
     std::string text;
     text.reserve(picture.size());
     for (std::size_t i = 0; i < picture.size();) {
@@ -186,13 +184,13 @@ std::string Format(Date date, std::string_view picture) {
                 AppendPadded(text, day.day, run);
                 break;
             case 'h':
-                AppendPadded(text, time.hour, run);
+                AppendPadded(text, TimeOf(date).hour, run);
                 break;
             case 'n':
-                AppendPadded(text, time.minute, run);
+                AppendPadded(text, TimeOf(date).minute, run);
                 break;
             case 's':
-                AppendPadded(text, time.second, run);
+                AppendPadded(text, TimeOf(date).second, run);
                 break;
             default:
                 text.append(picture.substr(i, run));
