@@ -59,9 +59,9 @@ void Require(bool holds, const std::string& what) {
 }
 
 void Table::Head() const {
-    fmt::print("{:<10} {:<62} {:>10} {:>10} {:>7} {:>7}  {}\n", "item", "what", "ours", "beside", "figure", "target",
+    fmt::print("{:<10} {:<72} {:>10} {:>10} {:>7} {:>7}  {}\n", "item", "what", "ours", "beside", "figure", "target",
                "met");
-    fmt::print("{:-<10} {:-<62} {:->10} {:->10} {:->7} {:->7}  {}\n", "", "", "", "", "", "", "---");
+    fmt::print("{:-<10} {:-<72} {:->10} {:->10} {:->7} {:->7}  {}\n", "", "", "", "", "", "", "---");
 }
 
 void Table::Add(const Line& line) {
@@ -69,7 +69,7 @@ void Table::Add(const Line& line) {
     const bool met = line.atLeast ? line.figure >= line.target : line.figure <= line.target;
     if (judged && !met) allMet_ = false;
     const std::string target = judged ? (line.atLeast ? ">= " : "") + Number(line.target) : "";
-    fmt::print("{:<10} {:<62} {:>10} {:>10} {:>7} {:>7}  {}\n", line.item, line.what, line.ours, line.beside,
+    fmt::print("{:<10} {:<72} {:>10} {:>10} {:>7} {:>7}  {}\n", line.item, line.what, line.ours, line.beside,
                Number(line.figure), target, judged ? (met ? "yes" : "NO") : "");
     std::fflush(stdout);
 }

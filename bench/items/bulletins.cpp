@@ -68,6 +68,9 @@ void MeasureWhere(Component::Where where, const Scale& scale, Table& table) {
     plant.AddWeekly(rows);
     const Component component(plant.Path(), where);
     const Database bound = onFile ? Database::OnFile(plant.Path()) : Database::InMemory(plant.Path());
+    constexpr auto kLocked = Database::Threads::Locked;
+    const Database locked =
+        onFile ? Database::OnFile(plant.Path(), kLocked) : Database::InMemory(plant.Path(), kLocked);
     SQLite::Database texts(onFile ? plant.Path() : ":memory:", SQLite::OPEN_READWRITE);
     if (onFile) {
         texts.exec("PRAGMA synchronous = FULL");
@@ -96,9 +99,12 @@ void MeasureWhere(Component::Where where, const Scale& scale, Table& table) {
          {reset([&] { bound.Run(kMakeDue); }),
           [&] { Require(LaunchBulletins(bound, Keys::Way::InMemory) == rows, "a bulletin for each row"); }},
          {reset([&] { texts.exec(kMakeDue); }),
-          [&] { Require(LaunchWithTexts(texts) == rows, "a bulletin for each row"); }}});
+          [&] { Require(LaunchWithTexts(texts) == rows, "a bulletin for each row"); }},
+         {reset([&] { locked.Run(kMakeDue); }),
+          [&] { Require(LaunchBulletins(locked, Keys::Way::ByStatement) == rows, "a bulletin for each row"); }}});
     const std::string what = "LanzarPreventivo, " + std::to_string(rows) + " bulletins" + place;
     table.AddRatio("1", what + " : bound by hand", times[0], times[1], 1.15);
+    table.AddRatio("1", what + " : the same with a mutex", times[0], times[4], 0);
     table.AddRatio("1", what + " : the same, keys in memory too", times[0], times[2], 0);
     table.AddRatio("1", "SQLiteCpp, a text per statement" + place + " : component", times[3], times[0], 2, true);
 }
