@@ -66,6 +66,7 @@ const std::map<std::string, Value, std::less<>>& Known() {
         {"CEquipo.Nuevo.ID_Equipo", "A-9"},
         {"Equipo_Padre", "A-1"},
         {"Anulada", std::int32_t{0}},
+        {"ConIDCero", false},
         {"Lectura_Limite", std::int32_t{500}},
         {"frecuencia", "Semanal"},
         {"TipoFrecuencia", "Breve"},
