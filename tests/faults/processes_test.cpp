@@ -61,10 +61,7 @@ protected:
         return path;
     }
 
-    host_test::Folder folder_;
-    StartingGun gun_;
-    std::vector<std::unique_ptr<Child>> children_;
-
+    /// Starts a process that does its work once the gun is fired.
     void Start(const std::function<void()>& work) {
         children_.push_back(std::make_unique<Child>([this, work] {
             gun_.Await();
@@ -77,6 +74,10 @@ protected:
         for (const auto& child : children_)
             EXPECT_EQ(child->Wait(), 0);
     }
+
+    host_test::Folder folder_;
+    StartingGun gun_;
+    std::vector<std::unique_ptr<Child>> children_;
 };
 
 /// All the launches of a plant in one transaction, as a host does it whose launches may run in several processes.
