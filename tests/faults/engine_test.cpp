@@ -103,7 +103,7 @@ TEST_F(EngineTest, AnInterruptAtAnyStepLeavesWholeTransactionsOnly) {
         sqlite3_progress_handler(EngineHandle::Last(), 1, &Stopper::Step, &counter);
         Call();
         sqlite3_progress_handler(EngineHandle::Last(), 0, nullptr, nullptr);
-        const std::int64_t stride = std::max<std::int64_t>(counter.steps / Effort(4, 200), 1);
+        const std::int64_t stride = std::max<std::int64_t>(counter.steps / Effort(4, 100), 1);
         for (std::int64_t at = stride / 2; at < counter.steps; at += stride, ++interrupts) {
             SCOPED_TRACE(operation.Name() + ", step " + std::to_string(at) + " of " + std::to_string(counter.steps));
             StartAnew(operation);

@@ -165,14 +165,16 @@ protected:
 
     const int assets_;
     host_test::Folder folder_;
-    std::mt19937 random_{20260302};
+    /// Other moments with another --gtest_random_seed.
+    std::mt19937 random_{static_cast<unsigned>(20260302 + testing::UnitTest::GetInstance()->random_seed())};
     std::map<std::string, int> counts_;
 };
 
 TEST_F(KillTest, AtARandomMomentLeavesWholeLaunchesAndTheNextRunEndsTheWork) {
     for (const Paper paper : {Paper::Bulletins, Paper::Orders}) {
+        const Budget budget;
         const Undisturbed undisturbed = RunUndisturbed(paper);
-        for (int round = 0; round < Effort(3, 75); ++round) {
+        for (int round = 0; round < Effort(3, 75) && budget.Left(); ++round) {
             SCOPED_TRACE(round);
             const std::string path = Plant();
             Child run([&] {
@@ -192,9 +194,10 @@ TEST_F(KillTest, AtARandomMomentLeavesWholeLaunchesAndTheNextRunEndsTheWork) {
 
 TEST_F(KillTest, InTheMidstOfAWriteLeavesWholeLaunchesAndTheNextRunEndsTheWork) {
     for (const Paper paper : {Paper::Bulletins, Paper::Orders}) {
+        const Budget budget;
         const Undisturbed undisturbed = RunUndisturbed(paper);
         ASSERT_GT(undisturbed.all.writes, 100);
-        for (int round = 0; round < Effort(3, 75); ++round) {
+        for (int round = 0; round < Effort(3, 75) && budget.Left(); ++round) {
             const std::int64_t at = Moment(round, undisturbed.calendar.writes, undisturbed.all.writes);
             SCOPED_TRACE("write " + std::to_string(at));
             const std::string path = Plant();
