@@ -3,6 +3,7 @@
 #include "host/csv/reader.h"
 #include "tests/fuzz/check.h"
 
+#include <algorithm>
 #include <string>
 
 namespace fuzz {
@@ -27,7 +28,7 @@ inline std::string WriteCsv(const host::csv::Document& document) {
 }
 
 /// An input of the CSV reader's target: any bytes. Records are as wide as the header and in order, and what was read
-/// and is written out reads back as the same.
+/// without a fault and is written out reads back as the same.
 inline void FeedCsv(std::string_view text) {
     const host::csv::Document document = host::csv::Read(text);
     std::size_t line = 0;
@@ -38,7 +39,10 @@ inline void FeedCsv(std::string_view text) {
         for (const std::string& cell : record.cells)
             Require(host::csv::IsUtf8(cell), "a cell that isn't UTF-8");
     }
-    if (document.header.size() < 2) return;  // a separator has to be seen to be found again
+    // A separator has to be seen to be found again, and a header that is blank but for blanks would be passed over.
+    const bool blank =
+        std::all_of(document.header.begin(), document.header.end(), [](auto& cell) { return cell.empty(); });
+    if (!document.faults.empty() || document.header.size() < 2 || blank) return;
     const host::csv::Document again = host::csv::Read(WriteCsv(document));
     Require(again.faults.empty() && again.records.size() == document.records.size(), "a document doesn't read back");
     for (std::size_t i = 0; i < again.records.size(); ++i)
