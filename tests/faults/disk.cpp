@@ -104,7 +104,6 @@ void Watch() {
         layer.szOsFile = static_cast<int>(sizeof(File)) + below->szOsFile;
         layer.xOpen = Open;
     }
-    // Once more if it is known already: an engine that was started anew has its own file system in front.
     if (sqlite3_vfs_register(&layer, 1) != SQLITE_OK) throw std::runtime_error("no layer for the test");
 }
 

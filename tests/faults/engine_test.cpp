@@ -152,14 +152,14 @@ TEST_F(EngineTest, ACommitThatTheEngineTurnsIntoARollbackIsReported) {
 }
 
 /// A plant on a file, whose connection waits for nobody, and another connection that may hold it.
-class BeginTest : public EngineTest {
+class EngineBeginTest : public EngineTest {
 protected:
-    BeginTest() {
+    EngineBeginTest() {
         const auto connection = Open(before_, dhRichClient3::Options::Mode::Create);
         schema::Create(*connection);
         connection->RunScript(kSmallPlant);
     }
-    ~BeginTest() override { LeavePlant(); }
+    ~EngineBeginTest() override { LeavePlant(); }
 
     static Zontara::Ref<Connection> Open(const std::string& path, dhRichClient3::Options::Mode mode) {
         dhRichClient3::Options options;
@@ -191,7 +191,7 @@ protected:
     Zontara::Ref<Connection> holder_;
 };
 
-TEST_F(BeginTest, ThatTheEngineRefusesStoresNothing) {
+TEST_F(EngineBeginTest, ThatTheEngineRefusesStoresNothing) {
     int begins = 0;
     for (const Operation& operation : OperationsBesideTransactions()) {
         SCOPED_TRACE(operation.Name());

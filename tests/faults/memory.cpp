@@ -31,6 +31,17 @@ sqlite3_mem_methods engine;
 void* AllocateForEngine(int size) { return MustFail() ? nullptr : engine.xMalloc(size); }
 void* ReallocateForEngine(void* memory, int size) { return MustFail() ? nullptr : engine.xRealloc(memory, size); }
 
+/// Stands between the engine and its memory, which it takes note of before its first database alone.
+bool WatchEngine() {
+    const bool known = sqlite3_config(SQLITE_CONFIG_GETMALLOC, &engine) == SQLITE_OK;
+    sqlite3_mem_methods watched = engine;
+    watched.xMalloc = &AllocateForEngine;
+    watched.xRealloc = &ReallocateForEngine;
+    return known && sqlite3_config(SQLITE_CONFIG_MALLOC, &watched) == SQLITE_OK;
+}
+
+const bool watchesEngine = WatchEngine();
+
 }  // namespace
 
 void* operator new(std::size_t size) { return Allocate(size); }
@@ -42,20 +53,8 @@ void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); 
 
 namespace faults::memory {
 
-void WatchEngine() {
-    if (engine.xMalloc != nullptr) return;
-    sqlite3_shutdown();
-    sqlite3_mem_methods watched;
-    const bool known = sqlite3_config(SQLITE_CONFIG_GETMALLOC, &engine) == SQLITE_OK;
-    watched = engine;
-    watched.xMalloc = &AllocateForEngine;
-    watched.xRealloc = &ReallocateForEngine;
-    if (!known || sqlite3_config(SQLITE_CONFIG_MALLOC, &watched) != SQLITE_OK) {
-        throw std::runtime_error("the engine's memory can't be watched");
-    }
-}
-
 Failing::Failing(std::int64_t after, Shortage shortage) {
+    if (!watchesEngine) throw std::runtime_error("the engine's memory can't be watched");
     failAt = after;
     forGood = shortage == Shortage::ForGood;
     allocations = 0;

@@ -5,9 +5,6 @@
 /// Memory that runs out: the program's own, by `operator new`, and the engine's.
 namespace faults::memory {
 
-/// Watches the engine's memory too. No database may be open.
-void WatchEngine();
-
 enum class Shortage { Once, ForGood };
 
 /// While one of these lives, allocations are counted, and the one after so many others fails: alone, or with all that

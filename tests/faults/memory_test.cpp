@@ -27,8 +27,6 @@ constexpr std::int32_t kRawBadAlloc = -7;
 
 class MemoryTest : public testing::Test {
 protected:
-    static void SetUpTestSuite() { memory::WatchEngine(); }
-
     /// A plant without a tracer, whose own allocations would be among those that fail, and objects made beforehand.
     struct Plant {
         Plant() : connection(dhRichClient3::Connection::Open(":memory:")) {
