@@ -4,8 +4,8 @@ namespace Zontara {
 
 namespace {
 
-LifeWatcher idle;
-LifeWatcher* inForce = &idle;
+LifeWatcher idleWatcher;
+LifeWatcher* lifeWatcher = &idleWatcher;
 
 }  // namespace
 
@@ -15,8 +15,8 @@ void LifeWatcher::Creating(std::string_view) {}
 
 void LifeWatcher::Releasing(std::string_view) {}
 
-LifeWatcher& CurrentLifeWatcher() { return *inForce; }
+LifeWatcher& CurrentLifeWatcher() { return *lifeWatcher; }
 
-void ReplaceLifeWatcher(LifeWatcher* watcher) { inForce = watcher != nullptr ? watcher : &idle; }
+void ReplaceLifeWatcher(LifeWatcher* watcher) { lifeWatcher = watcher != nullptr ? watcher : &idleWatcher; }
 
 }  // namespace Zontara

@@ -8,8 +8,8 @@ namespace Zontara {
 
 namespace {
 
-ComponentRuntime plain;
-ComponentRuntime* inForce = &plain;
+ComponentRuntime plainRuntime;
+ComponentRuntime* runtimeInForce = &plainRuntime;
 
 }  // namespace
 
@@ -36,18 +36,18 @@ EntryResult ComponentRuntime::CanUnloadNow(const ComponentDescriptor&) {
 }
 
 ComponentRuntime* ReplaceRuntime(ComponentRuntime* runtime) {
-    ComponentRuntime* before = std::exchange(inForce, runtime != nullptr ? runtime : &plain);
-    return before == &plain ? nullptr : before;
+    ComponentRuntime* before = std::exchange(runtimeInForce, runtime != nullptr ? runtime : &plainRuntime);
+    return before == &plainRuntime ? nullptr : before;
 }
 
 }  // namespace Zontara
 
 std::int32_t DllRegisterServer() {
-    return static_cast<std::int32_t>(Zontara::inForce->RegisterServer(Zontara::Descriptor()));
+    return static_cast<std::int32_t>(Zontara::runtimeInForce->RegisterServer(Zontara::Descriptor()));
 }
 
 std::int32_t DllUnregisterServer() {
-    return static_cast<std::int32_t>(Zontara::inForce->UnregisterServer(Zontara::Descriptor()));
+    return static_cast<std::int32_t>(Zontara::runtimeInForce->UnregisterServer(Zontara::Descriptor()));
 }
 
 std::int32_t DllGetClassObject(const Zontara::Guid* classId, const Zontara::Guid* interfaceId, void** factory) {
@@ -55,9 +55,9 @@ std::int32_t DllGetClassObject(const Zontara::Guid* classId, const Zontara::Guid
         return static_cast<std::int32_t>(Zontara::EntryResult::InvalidPointer);
     }
     return static_cast<std::int32_t>(
-        Zontara::inForce->GetClassObject(Zontara::Descriptor(), *classId, *interfaceId, factory));
+        Zontara::runtimeInForce->GetClassObject(Zontara::Descriptor(), *classId, *interfaceId, factory));
 }
 
 std::int32_t DllCanUnloadNow() {
-    return static_cast<std::int32_t>(Zontara::inForce->CanUnloadNow(Zontara::Descriptor()));
+    return static_cast<std::int32_t>(Zontara::runtimeInForce->CanUnloadNow(Zontara::Descriptor()));
 }

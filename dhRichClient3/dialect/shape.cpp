@@ -22,8 +22,6 @@ void TakeApart(std::string_view text, const std::vector<Token>& literals, Piece 
     piece(text.substr(done));
 }
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 /// Behind the digits that stand at a place.
 std::size_t DigitsEnd(std::string_view text, std::size_t at) {
     while (at < text.size() && IsDigit(text[at]))

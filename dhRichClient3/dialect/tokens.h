@@ -13,6 +13,8 @@ namespace dhRichClient3::dialect {
 /// Digits of the longest whole number that is sure to fit 64 bits.
 inline constexpr std::size_t kLongestInteger = 18;
 
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 enum class TokenKind : std::uint8_t {
     Word,      ///< keyword or bare identifier
     Quoted,    ///< identifier in "", `` or []

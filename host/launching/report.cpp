@@ -64,7 +64,7 @@ void PrintOrders(std::ostream& out, const std::vector<Paper>& papers, std::size_
 }
 
 nlohmann::json ToJson(const Paper& paper) {
-    nlohmann::json json = {
+    nlohmann::json fields = {
         {"type", paper.order ? "order" : "bulletin"},
         {"key", paper.number},
         {"assignment", paper.assignment},
@@ -77,13 +77,13 @@ nlohmann::json ToJson(const Paper& paper) {
         {paper.order ? "wanted" : "delivery", paper.delivery},
     };
     if (paper.order) {
-        json["text"] = paper.text;
-        json["materials"] = paper.materials;
-        json["cost"] = paper.cost;
-        json["crew"] = paper.crew;
-        json["hours"] = paper.time;
+        fields["text"] = paper.text;
+        fields["materials"] = paper.materials;
+        fields["cost"] = paper.cost;
+        fields["crew"] = paper.crew;
+        fields["hours"] = paper.time;
     }
-    return json;
+    return fields;
 }
 
 }  // namespace

@@ -110,7 +110,7 @@ protected:
 
 constexpr int kOutOfMemory = 7;
 constexpr int kEngineOutOfMemory = Zontara::vbObjectError + 7;
-constexpr int kForced = Zontara::vbObjectError + 19;
+constexpr int kForcedFailure = Zontara::vbObjectError + 19;
 
 /// The second bulletin of a launch is refused.
 constexpr const char* kSpoil =
@@ -129,13 +129,13 @@ TEST_F(MemoryTest, ALaunchThatGetsNoMemoryAnyMoreEndsCleanly) {
 /// The failure's own number goes out, or error 7, but for the moments at which a handler takes the failure up: what
 /// fails there comes out as it is.
 TEST_F(MemoryTest, AFailureWhoseReportGetsNoMemoryEndsCleanly) {
-    RunOut("a failed launch, once", Shortage::Once, {kOutOfMemory, kEngineOutOfMemory, kForced, kRawBadAlloc}, kSpoil,
-           kMend);
+    RunOut("a failed launch, once", Shortage::Once, {kOutOfMemory, kEngineOutOfMemory, kForcedFailure, kRawBadAlloc},
+           kSpoil, kMend);
 }
 
 TEST_F(MemoryTest, AFailureThatGetsNoMemoryAnyMoreEndsCleanly) {
-    RunOut("a failed launch, for good", Shortage::ForGood, {kOutOfMemory, kEngineOutOfMemory, kRawBadAlloc, kForced},
-           kSpoil, kMend);
+    RunOut("a failed launch, for good", Shortage::ForGood,
+           {kOutOfMemory, kEngineOutOfMemory, kRawBadAlloc, kForcedFailure}, kSpoil, kMend);
 }
 
 }  // namespace

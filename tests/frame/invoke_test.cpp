@@ -47,7 +47,7 @@ private:
     std::int16_t watts_ = 40;
 };
 
-std::int32_t NumberOf(const std::function<void()>& work) {
+std::int32_t NumberRaisedBy(const std::function<void()>& work) {
     try {
         work();
     } catch (const RaisedError& error) {
@@ -78,10 +78,10 @@ TEST_F(InvokeTest, AValueThatDoesNotFitNeverReachesTheOperation) {
     const auto dim = [&](Value percent, Value count) {
         return [this, percent, count] { Invoke(*lamp, "Dim", MemberKind::Method, {{percent, Value("x"), count}, {}}); };
     };
-    EXPECT_EQ(NumberOf(dim(256, 1)), 6);
-    EXPECT_EQ(NumberOf(dim("many", 1)), 13);
-    EXPECT_EQ(NumberOf(dim(1, Null{})), 94);
-    EXPECT_EQ(NumberOf(dim(1, 3e9)), 6);
+    EXPECT_EQ(NumberRaisedBy(dim(256, 1)), 6);
+    EXPECT_EQ(NumberRaisedBy(dim("many", 1)), 13);
+    EXPECT_EQ(NumberRaisedBy(dim(1, Null{})), 94);
+    EXPECT_EQ(NumberRaisedBy(dim(1, 3e9)), 6);
     EXPECT_EQ(lamp->calls, 0);
 }
 
@@ -89,10 +89,10 @@ TEST_F(InvokeTest, ArgumentsMustMatchTheMember) {
     const auto call = [&](CallArguments arguments) {
         return [this, arguments] { Invoke(*lamp, "Dim", MemberKind::Method, arguments); };
     };
-    EXPECT_EQ(NumberOf(call({{Value(1)}, {}})), 449);
-    EXPECT_EQ(NumberOf(call({{Value(1), Value("a"), Value(1), Value(1)}, {}})), 450);
-    EXPECT_EQ(NumberOf(call({{Value(1)}, {{"kount", Value(1)}}})), 448);
-    EXPECT_EQ(NumberOf(call({{Value(1)}, {{"percent", Value(1)}, {"count", Value(1)}}})), 450);
+    EXPECT_EQ(NumberRaisedBy(call({{Value(1)}, {}})), 449);
+    EXPECT_EQ(NumberRaisedBy(call({{Value(1), Value("a"), Value(1), Value(1)}, {}})), 450);
+    EXPECT_EQ(NumberRaisedBy(call({{Value(1)}, {{"kount", Value(1)}}})), 448);
+    EXPECT_EQ(NumberRaisedBy(call({{Value(1)}, {{"percent", Value(1)}, {"count", Value(1)}}})), 450);
     EXPECT_EQ(lamp->calls, 0);
 }
 
@@ -104,15 +104,15 @@ TEST_F(InvokeTest, UnknownMembersAreError438WithTheirName) {
         EXPECT_EQ(error.Number(), 438);
         EXPECT_EQ(error.Description(), "Object doesn't support this property or method: Lamp.Explode");
     }
-    EXPECT_EQ(NumberOf([&] { Invoke(*lamp, "Dim", MemberKind::Get, {}); }), 438);
+    EXPECT_EQ(NumberRaisedBy([&] { Invoke(*lamp, "Dim", MemberKind::Get, {}); }), 438);
     Object bare;
-    EXPECT_EQ(NumberOf([&] { bare.ReadMember("Anything"); }), 438);
+    EXPECT_EQ(NumberRaisedBy([&] { bare.ReadMember("Anything"); }), 438);
 }
 
 TEST_F(InvokeTest, ObjectsAreCheckedForTheirClass) {
     EXPECT_EQ(Invoke(*lamp, "SameAs", MemberKind::Method, {{Value(lamp)}, {}}).value, Value(true));
     EXPECT_EQ(Invoke(*lamp, "SameAs", MemberKind::Method, {{Value(nullptr)}, {}}).value, Value(false));
-    EXPECT_EQ(NumberOf([&] {
+    EXPECT_EQ(NumberRaisedBy([&] {
                   Invoke(*lamp, "SameAs", MemberKind::Method, {{Value(std::make_shared<Object>())}, {}});
               }),
               13);
@@ -141,7 +141,7 @@ TEST(TableBuilderTest, TypesComeFromTheMemberFunctions) {
 }
 
 TEST(TableBuilderTest, ATableThatNamesTooFewArgumentsIsRefused) {
-    EXPECT_EQ(NumberOf([] { TableBuilder<Lamp>("_Lamp").Method("Dim", &Lamp::Dim, {{"percent"}}); }), 5);
+    EXPECT_EQ(NumberRaisedBy([] { TableBuilder<Lamp>("_Lamp").Method("Dim", &Lamp::Dim, {{"percent"}}); }), 5);
 }
 
 }  // namespace

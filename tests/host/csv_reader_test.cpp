@@ -60,7 +60,7 @@ TEST(CsvReader, AcceptsTheFormsOfTheFormat) {
     }
 }
 
-struct Refused {
+struct RefusedText {
     const char* label;
     std::string text;
     std::size_t line;
@@ -74,7 +74,7 @@ TEST(CsvReader, NamesLineAndCellOfWhatIsWrongAndGoesOn) {
         "a quote inside a cell without quotes; put the cell in quotes and double those inside it";
     const std::string behind = "text behind the quote that closes the cell; double the quotes inside it";
     const std::string notUtf8 = "the cell isn't UTF-8; save the file in that encoding";
-    const Refused cases[] = {
+    const RefusedText cases[] = {
         {"too few cells", "a,b\n1\n2,3\n", 2, 0, "1 cells where the header has 2", "[a][b] 3:[2][3]"},
         {"too many cells", "a,b\n1,2,3\n4,5\n", 2, 0, "3 cells where the header has 2", "[a][b] 3:[4][5]"},
         {"quote inside a bare cell", "a,b\n1,5\" pipe\n4,5\n", 2, 2, inside, "[a][b] 3:[4][5]"},
@@ -88,7 +88,7 @@ TEST(CsvReader, NamesLineAndCellOfWhatIsWrongAndGoesOn) {
          "[a][b] 3:[4][5]"},
         {"a header that is broken ends the reading", "a,\"b\"c\n1,2\n", 1, 2, behind, "[a][b]"},
     };
-    for (const Refused& each : cases) {
+    for (const RefusedText& each : cases) {
         SCOPED_TRACE(each.label);
         const Document document = Read(each.text);
         ASSERT_EQ(document.faults.size(), 1u);
