@@ -17,6 +17,8 @@ namespace {
 
 /// The engine's primary code for what the door refuses.
 constexpr int kRefusedByDoor = 23;
+/// Its answer to a statement that can't be run on the tables as they are.
+constexpr std::int32_t kWrongStatement = Zontara::vbObjectError + 1;
 constexpr std::size_t kMostShapes = 1000;
 /// A longer text is compiled for itself and not kept.
 constexpr std::size_t kLongestKept = 100'000;
@@ -158,8 +160,9 @@ std::vector<dialect::Catalogue::Column> TextRunner::ColumnsOf(std::string_view t
         const RowStore rows = engine_.FetchAll(*statement);
         for (std::size_t row = 0; row < rows.Rows(); ++row)
             columns.push_back({rows.At(row, 0).Get<std::string>(), rows.At(row, 1).Get<std::string>()});
-    } catch (const Zontara::RaisedError&) {
-        // A view of a table that is gone has no columns.
+    } catch (const Zontara::RaisedError& refusal) {
+        // A view of a table that is gone has no columns. An interrupt or a failing disk says nothing of them.
+        if (refusal.Number() != kWrongStatement) throw;
     }
     return columns;
 }

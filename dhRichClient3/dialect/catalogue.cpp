@@ -36,9 +36,11 @@ void Catalogue::Clear() {
 }
 
 bool Catalogue::Offers(std::string_view table, std::string_view column) const {
-    if (reader_ && read_.insert(KeyOf(table, "")).second) {
+    // A table counts as read only after its columns came: the reader may fail.
+    if (reader_ && !read_.contains(KeyOf(table, ""))) {
         for (const Column& found : reader_(table))
             columns_[KeyOf(table, found.name)] = IsMarked(found.declaredType);
+        read_.insert(KeyOf(table, ""));
     }
     const auto found = columns_.find(KeyOf(table, column));
     return found != columns_.end() && !found->second;

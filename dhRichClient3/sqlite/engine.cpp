@@ -121,14 +121,14 @@ void Engine::StartRun() {
 std::unique_ptr<Compiled> Engine::TryCompile(const std::string& sql, std::string_view key) {
     refusal_.clear();
     ++compilations_;
-    sqlite3_stmt* handle = nullptr;
+    auto compiled = std::make_unique<Compiled>(std::string(key), nullptr);
     const char* tail = nullptr;
     const int length = sql.size() < kLongestStatement ? static_cast<int>(sql.size()) + 1 : kLongestStatement + 1;
-    if (sqlite3_prepare_v3(database_, sql.c_str(), length, SQLITE_PREPARE_PERSISTENT, &handle, &tail) != SQLITE_OK) {
+    if (sqlite3_prepare_v3(database_, sql.c_str(), length, SQLITE_PREPARE_PERSISTENT, &compiled->handle, &tail) !=
+        SQLITE_OK) {
         return nullptr;
     }
-    auto compiled = std::make_unique<Compiled>(std::string(key), handle);
-    if (!handle) RaiseCode(SQLITE_AUTH, "There is no statement in the text.");
+    if (!compiled->handle) RaiseCode(SQLITE_AUTH, "There is no statement in the text.");
     if (*tail != '\0' && !HoldsNothing(tail)) {
         RaiseCode(SQLITE_AUTH, "More than one statement in the text: give them one at a time.");
     }
@@ -188,13 +188,14 @@ bool Engine::Step(Compiled& statement) {
 }
 
 RowStore Engine::FetchAll(Compiled& statement) {
+    // However the fetch ends, a statement in the middle of its rows could not be bound again.
+    const std::unique_ptr<Compiled, decltype([](Compiled* fetched) { Reset(*fetched); })> ended(&statement);
     bool more = Step(statement);
     RowStore rows(ColumnsOf(statement));
     const auto count = static_cast<int>(rows.Columns());
     for (; more; more = Step(statement)) {
         AddRow(statement.handle, count, rows);
         if (rows.Bytes() > rowBytesLimit_) {
-            Reset(statement);
             RaiseCode(SQLITE_TOOBIG, "The rows take more than " + std::to_string(rowBytesLimit_) +
                                          " bytes, the limit of this connection. Ask for fewer.");
         }
