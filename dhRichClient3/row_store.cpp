@@ -53,12 +53,14 @@ std::size_t ColumnNames::Find(std::string_view name) const {
     return kNone;
 }
 
+const std::shared_ptr<const ColumnNames>& RowStore::NoColumns() {
+    static const auto none = std::make_shared<const ColumnNames>(std::vector<std::string>());
+    return none;
+}
+
 RowStore::RowStore(std::shared_ptr<const ColumnNames> columns) : columns_(std::move(columns)) {}
 
-RowStore::RowStore() {
-    static const auto none = std::make_shared<const ColumnNames>(std::vector<std::string>());
-    columns_ = none;
-}
+RowStore::RowStore() : columns_(NoColumns()) {}
 
 RowStore::RowStore(std::vector<std::string> columns)
     : RowStore(std::make_shared<const ColumnNames>(std::move(columns))) {}
@@ -66,7 +68,7 @@ RowStore::RowStore(std::vector<std::string> columns)
 RowStore::Payload& RowStore::Add(Kind kind) {
     const std::size_t place = cells_ % kCellsOfChunk;
     // Not value-initialised: a cell is written before it is read.
-    if (place == 0) chunks_.push_back(std::unique_ptr<Chunk>(new Chunk));
+    if (place == 0) chunks_.push_back(std::make_unique_for_overwrite<Chunk>());
     ++cells_;
     chunks_.back()->kinds[place] = kind;
     return chunks_.back()->payloads[place];

@@ -78,6 +78,7 @@ private:
         std::array<Kind, kCellsOfChunk> kinds;
     };
 
+    static const std::shared_ptr<const ColumnNames>& NoColumns();
     Payload& Add(Kind kind);
     const char* TextAbove(std::string_view text) const;
     char* RoomFor(std::size_t bytes);

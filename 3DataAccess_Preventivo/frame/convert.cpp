@@ -149,7 +149,7 @@ template <class T> bool ReadsBackAs(T magnitude, const Digits& digits) {
 
 /// The number rounded to the fewest digits with which it reads back.
 template <class T> Digits ShortestDigits(T magnitude, int mostDigits) {
-    const Digits fewest = FewestDigits(magnitude);
+    Digits fewest = FewestDigits(magnitude);
     auto precision = static_cast<int>(fewest.digits.size());
     // A power of two has its neighbour below nearer than the one above: there the fewest digits need not be the
     // nearest.
