@@ -15,7 +15,6 @@ namespace {
 using Zontara::ClassTable;
 using Zontara::Guid;
 using Zontara::Library;
-using Zontara::TypeWord;
 
 /// An object's table is asked of the object. These stand for the fields, which come into being with rows alone.
 class AnyCampo : public Zontara::Campo {
