@@ -1,5 +1,6 @@
 #include "bench/database.h"
 
+#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <stdexcept>
@@ -22,6 +23,16 @@ sqlite3* Opened(const std::string& path, Database::Threads threads) {
 }
 
 }  // namespace
+
+std::string EngineName() {
+    std::string name =
+        fmt::format("SQLite {} ({}): THREADSAFE={}", sqlite3_libversion(), ZONTARA_ENGINE, sqlite3_threadsafe());
+    for (const char* const option : {"DEFAULT_MEMSTATUS=0", "OMIT_LOOKASIDE", "OMIT_SHARED_CACHE", "SECURE_DELETE",
+                                     "ENABLE_PREUPDATE_HOOK", "ENABLE_UNLOCK_NOTIFY"}) {
+        if (sqlite3_compileoption_used(option) != 0) name += fmt::format(" {}", option);
+    }
+    return name;
+}
 
 Database Database::OnFile(const std::string& path, Threads threads) {
     Database database(Opened(path, threads));

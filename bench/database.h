@@ -9,6 +9,10 @@ struct sqlite3_stmt;
 
 namespace bench {
 
+/// The engine that both sides of a measurement use: version, where it comes from, and those of its options that cost or
+/// save time.
+std::string EngineName();
+
 /// A database through the engine's own interface: what every figure is measured against.
 class Database {
 public:

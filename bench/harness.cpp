@@ -58,7 +58,8 @@ void Require(bool holds, const std::string& what) {
     std::exit(1);
 }
 
-void Table::Head() const {
+void Table::Head(const std::string& engine) const {
+    fmt::print("{}\n\n", engine);
     fmt::print("{:<10} {:<72} {:>10} {:>10} {:>7} {:>7}  {}\n", "item", "what", "ours", "beside", "figure", "target",
                "met");
     fmt::print("{:-<10} {:-<72} {:->10} {:->10} {:->7} {:->7}  {}\n", "", "", "", "", "", "", "---");

@@ -51,7 +51,8 @@ struct Line {
 /// The one table on standard output; progress goes to standard error.
 class Table {
 public:
-    void Head() const;
+    /// Names the engine, and the columns.
+    void Head(const std::string& engine) const;
     void Add(const Line& line);
     /// Adds the ratio of the first two sides' times, with the medians in seconds.
     void AddRatio(const std::string& item, const std::string& what, const std::vector<double>& ours,

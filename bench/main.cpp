@@ -1,5 +1,6 @@
 // Measures the component side by side with the engine's own interface, in alternated rounds of one run, and prints one
 // table: figure, target, met or not.
+#include "bench/database.h"
 #include "bench/items/items.h"
 
 #include <CLI/CLI.hpp>
@@ -40,7 +41,7 @@ int main(int argc, char** argv) {
 
     try {
         bench::Table table;
-        table.Head();
+        table.Head(bench::EngineName());
         for (const auto& item : kItems) {
             if (only.empty() || std::find(only.begin(), only.end(), item.name) != only.end())
                 item.measure(scale, table);
