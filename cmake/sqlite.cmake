@@ -3,6 +3,10 @@ option(ZONTARA_SQLITE_STATIC "Build SQLite from its source and link it in, inste
 set(ZONTARA_SQLITE "${PROJECT_SOURCE_DIR}/build/sqlite" CACHE PATH "Folder with sqlite3.c and sqlite3.h")
 
 if(NOT ZONTARA_SQLITE_STATIC)
+  if(ZONTARA_STATIC_PROGRAM)
+    find_library(ZONTARA_SQLITE_ARCHIVE libsqlite3.a REQUIRED)
+    set(SQLite3_LIBRARY ${ZONTARA_SQLITE_ARCHIVE})
+  endif()
   find_package(SQLite3 REQUIRED)
   return()
 endif()
