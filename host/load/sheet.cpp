@@ -112,7 +112,7 @@ std::string ReadText(const std::filesystem::path& path) {
 Sheet ReadSheet(const std::filesystem::path& folder, std::string_view file, const std::vector<Column>& columns,
                 Problems& problems) {
     Sheet sheet{std::string(file), {}};
-    const csv::Document document = csv::Read(ReadText(folder / file));
+    csv::Document document = csv::Read(ReadText(folder / file));
     if (document.header.empty()) {
         problems.Add({sheet.file, 0, "",
                       fmt::format("the file is empty; its first line must name the columns: {}", Names(columns))});
@@ -129,9 +129,11 @@ Sheet ReadSheet(const std::filesystem::path& folder, std::string_view file, cons
     if (problems.All().size() != before) return sheet;
 
     sheet.rows.reserve(document.records.size());
-    for (const csv::Record& record : document.records) {
+    for (csv::Record& record : document.records) {
         std::vector<Zontara::Value> cells = Cells(record, places, file, columns, problems);
         if (!cells.empty()) sheet.rows.emplace_back(record.line, std::move(cells));
+        // A large file isn't held twice.
+        record = {};
     }
     return sheet;
 }
