@@ -51,7 +51,8 @@ void LiftFromChange(const std::vector<Token>& tokens, std::vector<Token>& lifted
         const Token& token = tokens[at];
         if (token.IsWord("WHERE")) where = true;
         // What a decimal number is compared with would see that it isn't a literal, and minus zero is a number too.
-        const bool decimal = token.kind == TokenKind::Decimal && !where && !tokens[at - 1].IsSymbol('-');
+        const bool negative = at > 0 && tokens[at - 1].IsSymbol('-');
+        const bool decimal = token.kind == TokenKind::Decimal && !where && !negative;
         if (token.IsLiteral() || decimal) lifted.push_back(token);
     }
 }
