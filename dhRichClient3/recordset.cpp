@@ -5,6 +5,7 @@
 #include "frame/raised_error.h"
 
 #include <memory>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -69,20 +70,32 @@ private:
     std::vector<Ref<Zontara::Campo>> fields_;
 };
 
+/// What a connection gives rows by; none if it gives none.
+RowSource* SourceOf(Zontara::Conexion* connection) {
+    if (connection == nullptr) return nullptr;
+    // A look at the class spares a search through what it derives from.
+    if (typeid(*connection) == typeid(Connection)) return static_cast<Connection*>(connection);
+    return dynamic_cast<RowSource*>(connection);
+}
+
+/// The rows of a recordset that was never opened.
+const std::shared_ptr<Rows>& NoRows() {
+    static const auto none = std::make_shared<Rows>();
+    return none;
+}
+
 class MemoryRecordset final : public Zontara::Recordset {
 public:
-    MemoryRecordset() { fields_->Show(rows_); }
-
     void ConexionActiva(const Ref<Zontara::Conexion>& conexion) override { connection_ = conexion; }
     void TextoSQL(const std::string& texto) override { sql_ = texto; }
 
     void Abrir(const std::string&, const Value&, std::int32_t) override {
-        const auto source = std::dynamic_pointer_cast<RowSource>(connection_);
-        if (!source) RaiseFrom(RunTimeError::ObjectNotSet, ": the recordset has no connection to open it on");
+        RowSource* const source = SourceOf(connection_.get());
+        if (source == nullptr) RaiseFrom(RunTimeError::ObjectNotSet, ": the recordset has no connection to open it on");
         auto rows = std::make_shared<Rows>();
         source->Fetch(sql_, rows->store);
         rows_ = std::move(rows);
-        fields_->Show(rows_);
+        if (fields_) fields_->Show(rows_);
     }
 
     std::int32_t TotalRegistros() const override { return Zontara::NarrowToInt32(Count(rows_->store.Rows())); }
@@ -91,7 +104,13 @@ public:
         if (!FinDeDatos()) ++rows_->current;
     }
     bool FinDeDatos() const override { return rows_->current >= rows_->store.Rows(); }
-    Ref<Zontara::Campos> LosCampos() override { return fields_; }
+    Ref<Zontara::Campos> LosCampos() override {
+        if (!fields_) {
+            fields_ = std::make_shared<Fields>();
+            fields_->Show(rows_);
+        }
+        return fields_;
+    }
 
     Value Valor(std::string_view campo) const override { return rows_->At(rows_->PositionOf(campo)); }
     std::int32_t TotalColumnas() const override { return static_cast<std::int32_t>(rows_->store.Columns()); }
@@ -111,8 +130,9 @@ private:
 
     Ref<Zontara::Conexion> connection_;
     std::string sql_;
-    std::shared_ptr<Rows> rows_ = std::make_shared<Rows>();
-    Ref<Fields> fields_ = std::make_shared<Fields>();
+    std::shared_ptr<Rows> rows_ = NoRows();
+    /// Made when they are asked for.
+    Ref<Fields> fields_;
 };
 
 }  // namespace

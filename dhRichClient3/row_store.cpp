@@ -46,6 +46,17 @@ ColumnNames::ColumnNames(std::vector<std::string> names) {
 }
 
 std::size_t ColumnNames::Find(std::string_view name) const {
+    std::uint8_t& follower = followers_[found_];
+    if (follower < columns_.size() && SameName(columns_[follower].name, name)) return found_ = follower;
+    const std::size_t column = Search(name);
+    if (column < followers_.size()) {
+        follower = static_cast<std::uint8_t>(column);
+        found_ = column;
+    }
+    return column;
+}
+
+std::size_t ColumnNames::Search(std::string_view name) const {
     const auto hash = HashOf(name);
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         if (columns_[i].hash == hash && SameName(columns_[i].name, name)) return i;
@@ -65,13 +76,32 @@ RowStore::RowStore() : columns_(NoColumns()) {}
 RowStore::RowStore(std::vector<std::string> columns)
     : RowStore(std::make_shared<const ColumnNames>(std::move(columns))) {}
 
+// Not value-initialised: a cell is written before it is read.
+RowStore::Chunk::Chunk(std::size_t cells)
+    : payloads(std::make_unique_for_overwrite<Payload[]>(cells)),
+      kinds(std::make_unique_for_overwrite<Kind[]>(cells)) {}
+
 RowStore::Payload& RowStore::Add(Kind kind) {
+    if (cells_ == room_) MakeRoom();
     const std::size_t place = cells_ % kCellsOfChunk;
-    // Not value-initialised: a cell is written before it is read.
-    if (place == 0) chunks_.push_back(std::make_unique_for_overwrite<Chunk>());
     ++cells_;
-    chunks_.back()->kinds[place] = kind;
-    return chunks_.back()->payloads[place];
+    chunks_.back().kinds[place] = kind;
+    return chunks_.back().payloads[place];
+}
+
+/// The first chunk is a small one, and gives way to one of full size.
+void RowStore::MakeRoom() {
+    const std::size_t cells = chunks_.empty() ? kCellsOfFirstChunk : kCellsOfChunk;
+    Chunk chunk(cells);
+    if (room_ == kCellsOfFirstChunk) {
+        std::copy_n(chunks_.front().payloads.get(), room_, chunk.payloads.get());
+        std::copy_n(chunks_.front().kinds.get(), room_, chunk.kinds.get());
+        chunks_.front() = std::move(chunk);
+        room_ = cells;
+    } else {
+        chunks_.push_back(std::move(chunk));
+        room_ += cells;
+    }
 }
 
 void RowStore::AddNull() { Add(Kind::Null); }
@@ -101,7 +131,7 @@ void RowStore::AddText(std::string_view text) {
 const char* RowStore::TextAbove(std::string_view text) const {
     if (cells_ < columns_->Count()) return nullptr;
     const std::size_t above = cells_ - columns_->Count();
-    const Chunk& chunk = *chunks_[above / kCellsOfChunk];
+    const Chunk& chunk = chunks_[above / kCellsOfChunk];
     if (chunk.kinds[above % kCellsOfChunk] != Kind::Text) return nullptr;
     const char* const held = chunk.payloads[above % kCellsOfChunk].text;
     return TextAt(held) == text ? held : nullptr;
@@ -118,23 +148,9 @@ char* RowStore::RoomFor(std::size_t bytes) {
     return std::exchange(free_, free_ + bytes);
 }
 
-std::size_t RowStore::Find(std::string_view name) const {
-    const std::size_t expected = followers_[found_ % followers_.size()];
-    if (expected < columns_->Count() && SameName((*columns_)[expected], name)) {
-        found_ = expected;
-        return expected;
-    }
-    const std::size_t column = columns_->Find(name);
-    if (column <= std::numeric_limits<std::uint8_t>::max()) {
-        followers_[found_ % followers_.size()] = static_cast<std::uint8_t>(column);
-        found_ = column;
-    }
-    return column;
-}
-
 Zontara::Value RowStore::At(std::size_t row, std::size_t column) const {
     const std::size_t cell = row * columns_->Count() + column;
-    const Chunk& chunk = *chunks_[cell / kCellsOfChunk];
+    const Chunk& chunk = chunks_[cell / kCellsOfChunk];
     const Payload& payload = chunk.payloads[cell % kCellsOfChunk];
     switch (chunk.kinds[cell % kCellsOfChunk]) {
         case Kind::Int32:

@@ -21,6 +21,7 @@ public:
     const std::string& operator[](std::size_t column) const { return columns_[column].name; }
 
     /// Position of the first column of a name, without regard to the case of ASCII letters; `kNone` if there is none.
+    /// Costs one comparison when names are asked for in the same order row after row, and run after run.
     std::size_t Find(std::string_view name) const;
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
@@ -29,13 +30,19 @@ private:
         std::string name;
         std::uint32_t hash;
     };
+
+    std::size_t Search(std::string_view name) const;
+
     std::vector<Column> columns_;
+    /// By the column that was found last: which one was found after it the time before.
+    mutable std::array<std::uint8_t, 64> followers_{};
+    mutable std::size_t found_ = 0;
 };
 
 /// Rows of a query in compact form: nine bytes a cell in chunks, texts behind their length in blocks, a text that
-/// repeats the one above it held once. No heap object per cell, and nothing is moved when rows are added, so that at no
-/// time more memory is taken than in the end. A row is added cell by cell, in the order of the columns. Knows nothing
-/// of where the rows come from.
+/// repeats the one above it held once. No heap object per cell, and but for a few cells at the beginning nothing is
+/// moved when rows are added, so that at no time more memory is taken than in the end. A row is added cell by cell, in
+/// the order of the columns. Knows nothing of where the rows come from.
 class RowStore {
 public:
     /// Starts a table of these columns with no rows.
@@ -57,8 +64,8 @@ public:
     std::size_t Bytes() const { return cells_ * (sizeof(Payload) + sizeof(Kind)) + textBytes_; }
     const std::string& ColumnName(std::size_t column) const { return (*columns_)[column]; }
 
-    /// As `ColumnNames::Find`; costs one comparison when names are asked for in the same order row after row.
-    std::size_t Find(std::string_view name) const;
+    /// As `ColumnNames::Find`.
+    std::size_t Find(std::string_view name) const { return columns_->Find(name); }
     static constexpr std::size_t kNone = ColumnNames::kNone;
 
     /// A value. Row and column must be there.
@@ -73,26 +80,29 @@ private:
         const char* text;
     };
     static constexpr std::size_t kCellsOfChunk = 2048;
+    /// Room for a row or a few, which most questions are answered with.
+    static constexpr std::size_t kCellsOfFirstChunk = 64;
     struct Chunk {
-        std::array<Payload, kCellsOfChunk> payloads;
-        std::array<Kind, kCellsOfChunk> kinds;
+        explicit Chunk(std::size_t cells);
+        std::unique_ptr<Payload[]> payloads;
+        std::unique_ptr<Kind[]> kinds;
     };
 
     static const std::shared_ptr<const ColumnNames>& NoColumns();
     Payload& Add(Kind kind);
+    void MakeRoom();
     const char* TextAbove(std::string_view text) const;
     char* RoomFor(std::size_t bytes);
 
     std::shared_ptr<const ColumnNames> columns_;
-    std::vector<std::unique_ptr<Chunk>> chunks_;
+    std::vector<Chunk> chunks_;
     std::size_t cells_ = 0;
+    /// How many cells there is room for.
+    std::size_t room_ = 0;
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* free_ = nullptr;
     std::size_t freeBytes_ = 0;
     std::size_t textBytes_ = 0;
-    /// By the column that was found last: which one was found after it the time before.
-    mutable std::array<std::uint8_t, 64> followers_{};
-    mutable std::size_t found_ = 0;
 };
 
 }  // namespace dhRichClient3

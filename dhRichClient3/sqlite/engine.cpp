@@ -188,8 +188,8 @@ bool Engine::Step(Compiled& statement) {
 }
 
 RowStore Engine::FetchAll(Compiled& statement) {
-    // However the fetch ends, a statement in the middle of its rows could not be bound again.
-    const std::unique_ptr<Compiled, decltype([](Compiled* fetched) { Reset(*fetched); })> ended(&statement);
+    // A fetch that breaks off leaves the statement in the middle of its rows, where it could not be bound again.
+    std::unique_ptr<Compiled, decltype([](Compiled* fetched) { Reset(*fetched); })> brokenOff(&statement);
     bool more = Step(statement);
     RowStore rows(ColumnsOf(statement));
     const auto count = static_cast<int>(rows.Columns());
@@ -200,6 +200,7 @@ RowStore Engine::FetchAll(Compiled& statement) {
                                          " bytes, the limit of this connection. Ask for fewer.");
         }
     }
+    static_cast<void>(brokenOff.release());
     return rows;
 }
 
