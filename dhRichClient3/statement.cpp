@@ -53,7 +53,7 @@ Statement& Statement::Bind(int parameter, double value) {
 }
 
 Statement& Statement::Bind(int parameter, float value) {
-    const double number = Zontara::NumberIn(Zontara::ToText(value)).value_or(0.0);
+    const double number = Zontara::NumberAsWritten(value);
     const bool whole = std::fabs(number) < kWholeNumbers && std::trunc(number) == number;
     return whole ? Bind(parameter, static_cast<std::int64_t>(number)) : Bind(parameter, number);
 }

@@ -168,6 +168,28 @@ template <class T> std::string ShortestText(T number, int mostDigits) {
     return Written(number < T{0}, ShortestDigits(std::fabs(number), mostDigits), kLastPlainExponent);
 }
 
+/// The thousandths that a float stands for, if they are of no more than six digits: no other number of so few digits
+/// has the same float, so that this one is what its text says.
+std::optional<std::int32_t> ThousandthsOf(float number) {
+    constexpr double kSixDigits = 999'999;
+    const double thousandths = std::nearbyint(static_cast<double>(number) * 1000);
+    if (!(std::fabs(thousandths) <= kSixDigits) || static_cast<float>(thousandths / 1000) != number)
+        return std::nullopt;
+    return static_cast<std::int32_t>(thousandths);
+}
+
+/// Thousandths that are no whole number.
+std::string Written(std::int32_t thousandths) {
+    std::array<char, 8> text;
+    char* const last = text.data() + text.size();
+    char* end = std::to_chars(text.data(), last, thousandths / 1000).ptr;
+    *end++ = '.';
+    std::int32_t unit = 100;
+    for (std::int32_t rest = std::abs(thousandths) % 1000; rest != 0; rest %= unit, unit /= 10)
+        *end++ = static_cast<char>('0' + rest / unit);
+    return (thousandths > -1000 && thousandths < 0 ? "-" : "") + std::string(text.data(), end);
+}
+
 template <class T> bool IsWholeBelow(T number, T limit) {
     return std::fabs(number) < limit && std::trunc(number) == number;
 }
@@ -197,7 +219,13 @@ std::optional<double> NumberIn(std::string_view text) {
 std::string ToText(float number) {
     // Whole numbers are the common case in statements, and need no search for the shortest digits.
     if (IsWholeBelow(number, 16777216.0F)) return std::to_string(static_cast<std::int32_t>(number));
+    if (const auto thousandths = ThousandthsOf(number)) return Written(*thousandths);
     return ShortestText(number, 9);
+}
+
+double NumberAsWritten(float number) {
+    if (const auto thousandths = ThousandthsOf(number)) return *thousandths / 1000.0;
+    return NumberIn(ToText(number)).value_or(0.0);
 }
 
 std::string ToText(double number) {

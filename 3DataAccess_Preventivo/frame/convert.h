@@ -41,6 +41,9 @@ ZONTARA_EXPORT std::string ToText(float number);
 /// Likewise, with at most 15 significant digits.
 ZONTARA_EXPORT std::string ToText(double number);
 
+/// The number that the default text of a float reads as, which is what a statement's literal stores: 0.1 for 0.1F.
+ZONTARA_EXPORT double NumberAsWritten(float number);
+
 /// The number that a text reads as: blanks around it, a sign, a point and an exponent are allowed, nothing else.
 ZONTARA_EXPORT std::optional<double> NumberIn(std::string_view text);
 

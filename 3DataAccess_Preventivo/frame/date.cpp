@@ -17,7 +17,7 @@ constexpr std::int32_t kLastYear = 9999;
 
 /// Days from 1899-12-30 to a day of the proleptic Gregorian calendar. The year is counted from March, so that the leap
 /// day is its last, in eras of 400 years, which all have the same number of days.
-std::int64_t SerialOf(std::int64_t year, std::int64_t month, std::int64_t day) {
+constexpr std::int64_t SerialOf(std::int64_t year, std::int64_t month, std::int64_t day) {
     const std::int64_t y = month <= 2 ? year - 1 : year;
     const std::int64_t era = (y >= 0 ? y : y - 399) / 400;
     const std::int64_t yearOfEra = y - era * 400;
@@ -46,15 +46,19 @@ struct Split {
     std::int64_t seconds;
 };
 
+constexpr std::int64_t kFirstDay = SerialOf(kFirstYear, 1, 1);
+constexpr std::int64_t kLastDay = SerialOf(kLastYear, 12, 31);
+
 Split SplitOf(Date date) {
-    static const std::int64_t first = SerialOf(kFirstYear, 1, 1);
-    static const std::int64_t last = SerialOf(kLastYear, 12, 31);
     // Before the zero date the time of day counts away from it, so only the whole days tell what is in range.
     const double whole = std::trunc(date.days);
-    if (!(whole >= static_cast<double>(first) && whole <= static_cast<double>(last))) Raise(RunTimeError::Overflow);
-    Split split{static_cast<std::int64_t>(whole),
-                std::llround(std::fabs(date.days - whole) * static_cast<double>(kSecondsPerDay))};
-    if (split.seconds == kSecondsPerDay && split.day < last) {
+    if (!(whole >= static_cast<double>(kFirstDay) && whole <= static_cast<double>(kLastDay))) {
+        Raise(RunTimeError::Overflow);
+    }
+    Split split{static_cast<std::int64_t>(whole), 0};
+    if (whole == date.days) return split;
+    split.seconds = std::llround(std::fabs(date.days - whole) * static_cast<double>(kSecondsPerDay));
+    if (split.seconds == kSecondsPerDay && split.day < kLastDay) {
         ++split.day;
         split.seconds = 0;
     }
@@ -82,7 +86,7 @@ Date DateOf(std::int32_t year, std::int32_t month, std::int32_t day) {
     const std::int64_t rolledYear = months >= 0 ? months / 12 : (months - 11) / 12;
     if (rolledYear < 0 || rolledYear > kLastYear + 1) Raise(RunTimeError::InvalidCall);
     const std::int64_t serial = SerialOf(rolledYear, months - rolledYear * 12 + 1, 1) + day - 1;
-    if (serial < SerialOf(kFirstYear, 1, 1) || serial > SerialOf(kLastYear, 12, 31)) Raise(RunTimeError::InvalidCall);
+    if (serial < kFirstDay || serial > kLastDay) Raise(RunTimeError::InvalidCall);
     return {static_cast<double>(serial)};
 }
 

@@ -3,8 +3,8 @@
 #include "frame/platform.h"
 #include "frame/raised_error.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -18,12 +18,14 @@ constexpr std::int32_t kTwoDigitYearTurn = 30;
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+/// Puts a number of at most four digits behind a text, with zeros before it up to a width.
 void AppendPadded(std::string& text, std::int32_t number, std::size_t width) {
-    std::array<char, 12> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    const auto length = static_cast<std::size_t>(end - digits.data());
-    if (length < width) text.append(width - length, '0');
-    text.append(digits.data(), length);
+    const auto digit = [](std::int32_t value) { return static_cast<char>('0' + value % 10); };
+    const std::array<char, 4> digits{digit(number / 1000), digit(number / 100), digit(number / 10), digit(number)};
+    const std::size_t needed = number < 10 ? 1 : number < 100 ? 2 : number < 1000 ? 3 : 4;
+    const std::size_t shown = std::clamp(width, needed, digits.size());
+    if (width > shown) text.append(width - shown, '0');
+    text.append(digits.data() + digits.size() - shown, shown);
 }
 
 /// A group of digits of a date's or a time's text.

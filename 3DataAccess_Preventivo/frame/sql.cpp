@@ -33,12 +33,13 @@ std::string Sql(std::initializer_list<SqlPiece> pieces) {
 }
 
 void Append(std::string& statement, std::initializer_list<SqlPiece> pieces) {
-    std::size_t length = statement.size();
+    std::size_t end = statement.size();
+    std::size_t length = end;
     for (const SqlPiece& piece : pieces)
         length += piece.Text().size();
-    statement.reserve(length);
+    statement.resize(length);
     for (const SqlPiece& piece : pieces)
-        statement += piece.Text();
+        end += piece.Text().copy(statement.data() + end, std::string_view::npos);
 }
 
 std::string SelectHead(std::string_view defaultHead, std::string_view sColumnas) {

@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <functional>
 #include <limits>
@@ -110,6 +112,27 @@ TEST(NumberTextTest, Float32IsTheShortestThatReadsBack) {
     };
     for (const FloatCase& each : cases)
         EXPECT_EQ(ToText(each.number), each.text);
+}
+
+/// What stands in a picture of three decimals, without the zeros at its end.
+std::string Thousandths(int number) {
+    std::array<char, 16> text;
+    std::snprintf(text.data(), text.size(), "%.3f", number / 1000.0);
+    std::string digits = text.data();
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') digits.pop_back();
+    return digits;
+}
+
+TEST(NumberTextTest, AFloat32OfAtMostSixDigitsIsTheNumberOfThatText) {
+    for (int number = -1'000'500; number <= 1'000'500; number += 7) {
+        const auto single = static_cast<float>(number / 1000.0);
+        ASSERT_EQ(ToText(single), Thousandths(number));
+        ASSERT_EQ(NumberAsWritten(single), std::stod(ToText(single))) << number;
+    }
+    EXPECT_EQ(NumberAsWritten(0.1F), 0.1);
+    EXPECT_EQ(NumberAsWritten(1.0F / 3.0F), 0.33333334);
+    EXPECT_EQ(NumberOf([] { NumberAsWritten(std::numeric_limits<float>::infinity()); }), 6);
 }
 
 TEST(NumberTextTest, EveryFloat32ReadsBackAsItself) {
