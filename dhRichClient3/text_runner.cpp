@@ -9,7 +9,6 @@
 #include "frame/raised_error.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace dhRichClient3 {
@@ -93,9 +92,9 @@ void TextRunner::BindLiterals(Compiled& statement) {
     for (const dialect::Literal& literal : literals_) {
         ++parameter;
         if (literal.kind == dialect::TokenKind::Integer) {
-            std::int64_t number = 0;
-            std::from_chars(literal.text.data(), literal.text.data() + literal.text.size(), number);
-            engine_.Bind(statement, parameter, number);
+            engine_.Bind(statement, parameter, literal.whole);
+        } else if (literal.decimal) {
+            engine_.Bind(statement, parameter, *literal.decimal);
         } else if (literal.doubled) {
             engine_.Bind(statement, parameter, dialect::WithSingleQuotes(literal.text), false);
         } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dhRichClient3/dialect/literal.h"
 #include "dhRichClient3/dialect/tokens.h"
 
 #include <cstddef>
@@ -8,24 +9,6 @@
 #include <vector>
 
 namespace dhRichClient3::dialect {
-
-/// A literal in the place of a lifted one.
-struct Literal {
-    TokenKind kind;
-    /// Of a string what stands between the quotes, doubled ones and all; of a number its text.
-    std::string_view text;
-    /// It is a string that holds doubled quotes.
-    bool doubled = false;
-
-    bool IsFlag() const { return Token{kind, text}.IsFlag(); }
-};
-
-/// The literal of a kind (string, short whole number, decimal number) that begins at a place of a text; moves the place
-/// behind it. False when there is none.
-bool TakeLiteral(std::string_view text, std::size_t& at, TokenKind kind, Literal& literal);
-
-/// What a string means that holds doubled quotes.
-std::string WithSingleQuotes(std::string_view inside);
 
 /// What the texts of one statement have in common: a text cut at those of its literals that may be parameters. A text
 /// is of the shape if it agrees with it byte for byte but for these literals, each being of the same kind; then it

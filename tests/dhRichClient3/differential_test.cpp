@@ -152,6 +152,21 @@ TEST(Differential, RandomTextsGiveWhatTheEngineGives) { ComparePairs(1, 2000, kT
 
 TEST(Differential, RandomTextsGiveWhatTheEngineGivesWithAPartialIndex) { ComparePairs(2, 1000, kWithPartialIndex); }
 
+TEST(Differential, DecimalNumbersAreStoredAsTheEngineReadsThem) {
+    const auto door = support::InMemory(kTables);
+    Plain plain(kTables);
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 3000; ++i) {
+        std::string number = std::to_string(random() % 10'000'000'000'000'000U).substr(0, 1 + random() % 16);
+        number.insert(random() % (number.size() + 1), ".");
+        const std::string text = "INSERT INTO v(i,r,n,x,z) VALUES (" + number + "," + number + "," + number + ",-" +
+                                 number + "," + number + "e" + std::to_string(random() % 20) + ")";
+        ASSERT_EQ(RunByDoor(door, text), plain.Run(text)) << text;
+    }
+    const std::string all = "SELECT k, quote(i),quote(r),quote(n),quote(x),quote(z) FROM v ORDER BY k";
+    EXPECT_EQ(RunByDoor(door, all), plain.Run(all));
+}
+
 TEST(DifferentialLong, AHundredThousandRandomTextsGiveWhatTheEngineGives) {
     for (unsigned seed = 10; seed < 18; ++seed)
         ComparePairs(seed, 10'000, kTables);

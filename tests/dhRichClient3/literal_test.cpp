@@ -1,0 +1,89 @@
+#include "dhRichClient3/dialect/literal.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+namespace dhRichClient3::dialect {
+namespace {
+
+struct Case {
+    TokenKind kind;
+    std::string text;
+    /// What is taken, and how much of the text is left.
+    std::string taken;
+    std::string left;
+};
+
+TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
+    const Case cases[] = {
+        {TokenKind::String, "'abc',5", "abc", ",5"},
+        {TokenKind::String, "''", "", ""},
+        {TokenKind::String, "'it''s'x", "it''s", "x"},
+        {TokenKind::Integer, "007)", "007", ")"},
+        {TokenKind::Integer, "5.5", "5", ".5"},
+        {TokenKind::Integer, "999999999999999999", "999999999999999999", ""},
+        {TokenKind::Decimal, "2.5,", "2.5", ","},
+        {TokenKind::Decimal, ".5", ".5", ""},
+        {TokenKind::Decimal, "5.", "5.", ""},
+        {TokenKind::Decimal, "1E-05 ", "1E-05", " "},
+        {TokenKind::Decimal, "1.5e+3x", "1.5e+3", "x"},
+    };
+    for (const Case& each : cases) {
+        std::size_t at = 0;
+        Literal literal{each.kind, {}};
+        ASSERT_TRUE(TakeLiteral(each.text, at, literal)) << each.text;
+        EXPECT_EQ(literal.text, each.taken);
+        EXPECT_EQ(each.text.substr(at), each.left);
+    }
+}
+
+TEST(LiteralTest, IsNoneWhereNothingOfItsKindBegins) {
+    const Case cases[] = {
+        {TokenKind::String, "", {}, {}},      {TokenKind::String, "abc'", {}, {}},
+        {TokenKind::String, "'abc", {}, {}},  {TokenKind::String, "'abc''", {}, {}},
+        {TokenKind::Integer, "x", {}, {}},    {TokenKind::Integer, "1000000000000000000", {}, {}},
+        {TokenKind::Decimal, "5", {}, {}},    {TokenKind::Decimal, ".", {}, {}},
+        {TokenKind::Decimal, "1e", {}, {}},   {TokenKind::Decimal, "1.5e+", {}, {}},
+        {TokenKind::Decimal, "-1.5", {}, {}}, {TokenKind::Decimal, "e5", {}, {}},
+    };
+    for (const Case& each : cases) {
+        std::size_t at = 0;
+        Literal literal{each.kind, {}};
+        EXPECT_FALSE(TakeLiteral(each.text, at, literal)) << each.text;
+    }
+}
+
+TEST(LiteralTest, KnowsItsValueWhereEveryReaderGetsTheSame) {
+    const std::pair<std::string, std::optional<double>> cases[] = {
+        {"2.5", 2.5},
+        {"0.1", 0.1},
+        {"123456789012.345", 123456789012.345},
+        {"1234567890123.456", std::nullopt},
+        {"0.1234", std::nullopt},
+        {"5.", 5.0},
+        {"1.5e3", std::nullopt},
+    };
+    for (const auto& [text, value] : cases) {
+        std::size_t at = 0;
+        Literal literal{TokenKind::Decimal, {}};
+        ASSERT_TRUE(TakeLiteral(text, at, literal));
+        EXPECT_EQ(literal.decimal, value) << text;
+    }
+    std::size_t at = 0;
+    Literal whole{TokenKind::Integer, {}};
+    ASSERT_TRUE(TakeLiteral("00123456789012345", at, whole));
+    EXPECT_EQ(whole.whole, 123456789012345);
+}
+
+TEST(LiteralTest, DoubledQuotesMeanOne) {
+    std::size_t at = 0;
+    Literal literal{TokenKind::String, {}};
+    ASSERT_TRUE(TakeLiteral("'it''s ''it'''", at, literal));
+    EXPECT_TRUE(literal.doubled);
+    EXPECT_EQ(WithSingleQuotes(literal.text), "it's 'it'");
+}
+
+}  // namespace
+}  // namespace dhRichClient3::dialect
