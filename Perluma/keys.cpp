@@ -55,7 +55,7 @@ Ref<GeneradorClaves> GeneradorClaves::On(Ref<Connection> connection) {
 }
 
 std::int32_t GeneradorClaves::ProximaClave(const std::string& tabla) {
-    Counter& counter = counters_[InSmallLetters(tabla)];
+    Counter& counter = CounterOf(tabla);
     if (connection_->TransactionMeant()) {
         const std::int64_t key = NextInTransaction(tabla, counter);
         counter.inTransaction = key;
@@ -64,6 +64,12 @@ std::int32_t GeneradorClaves::ProximaClave(const std::string& tabla) {
         counter.handedOut = NextAtOnce(tabla, counter);
     }
     return static_cast<std::int32_t>(counter.handedOut);
+}
+
+GeneradorClaves::Counter& GeneradorClaves::CounterOf(const std::string& tabla) {
+    Counter*& counter = spelled_[tabla];
+    if (counter == nullptr) counter = &counters_[InSmallLetters(tabla)];
+    return *counter;
 }
 
 std::int64_t GeneradorClaves::NextInTransaction(const std::string& tabla, Counter& counter) {

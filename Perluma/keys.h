@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <unordered_map>
 
 namespace Perluma {
 
@@ -39,6 +40,7 @@ private:
     };
 
     explicit GeneradorClaves(Zontara::Ref<dhRichClient3::Connection> connection);
+    Counter& CounterOf(const std::string& tabla);
     std::int64_t NextInTransaction(const std::string& tabla, Counter& counter);
     std::int64_t LastStored(const std::string& tabla, const Counter& counter, const std::string& read);
     std::int64_t LastStored(const std::string& tabla, Counter& counter);
@@ -50,6 +52,8 @@ private:
     Zontara::Ref<dhRichClient3::Connection> connection_;
     /// By table name in small letters.
     std::map<std::string, Counter> counters_;
+    /// By table name as it was asked for.
+    std::unordered_map<std::string, Counter*> spelled_;
 };
 
 }  // namespace Perluma

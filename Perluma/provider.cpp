@@ -15,17 +15,22 @@ namespace {
 
 class GlobalPerluma : public Zontara::GlobalPerluma {
 public:
-    explicit GlobalPerluma(Ref<Sesion> session) : session_(std::move(session)) {}
+    explicit GlobalPerluma(const Ref<Sesion>& session)
+        : materials_(std::make_shared<ServicioMaterialesOT>(session)),
+          processes_(std::make_shared<ServicioProcesos>(session)),
+          orders_(std::make_shared<OrdenTrabajo>(session)),
+          assets_(std::make_shared<ServicioActivos>(session)) {}
 
-    Ref<Zontara::ServicioMaterialesOT> MaterialesOT() override {
-        return std::make_shared<ServicioMaterialesOT>(session_);
-    }
-    Ref<Zontara::ServicioProcesos> Procesos() override { return std::make_shared<ServicioProcesos>(session_); }
-    Ref<Zontara::OrdenTrabajo> OrdenesTrabajo() override { return std::make_shared<OrdenTrabajo>(session_); }
-    Ref<Zontara::ServicioActivos> Activos() override { return std::make_shared<ServicioActivos>(session_); }
+    Ref<Zontara::ServicioMaterialesOT> MaterialesOT() override { return materials_; }
+    Ref<Zontara::ServicioProcesos> Procesos() override { return processes_; }
+    Ref<Zontara::OrdenTrabajo> OrdenesTrabajo() override { return orders_; }
+    Ref<Zontara::ServicioActivos> Activos() override { return assets_; }
 
 private:
-    Ref<Sesion> session_;
+    Ref<Zontara::ServicioMaterialesOT> materials_;
+    Ref<Zontara::ServicioProcesos> processes_;
+    Ref<Zontara::OrdenTrabajo> orders_;
+    Ref<Zontara::ServicioActivos> assets_;
 };
 
 }  // namespace
