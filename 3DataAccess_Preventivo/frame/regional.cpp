@@ -3,7 +3,6 @@
 #include "frame/platform.h"
 #include "frame/raised_error.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <utility>
@@ -18,15 +17,35 @@ constexpr std::int32_t kTwoDigitYearTurn = 30;
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// Puts a number of at most four digits behind a text, with zeros before it up to a width.
-void AppendPadded(std::string& text, std::int32_t number, std::size_t width) {
-    const auto digit = [](std::int32_t value) { return static_cast<char>('0' + value % 10); };
-    const std::array<char, 4> digits{digit(number / 1000), digit(number / 100), digit(number / 10), digit(number)};
-    const std::size_t needed = number < 10 ? 1 : number < 100 ? 2 : number < 1000 ? 3 : 4;
-    const std::size_t shown = std::clamp(width, needed, digits.size());
-    if (width > shown) text.append(width - shown, '0');
-    text.append(digits.data() + digits.size() - shown, shown);
-}
+/// A text that is put together character by character. A short one takes no memory on the way.
+class Letters {
+public:
+    void Put(char letter) {
+        if (count_ == block_.size()) HandOver();
+        block_[count_++] = letter;
+    }
+    /// Puts a number of at most four digits, with zeros before it up to a width.
+    void Put(std::int32_t number, std::size_t width) {
+        for (std::size_t zeros = width; zeros > 4; --zeros)
+            Put('0');
+        if (width >= 4 || number >= 1000) PutDigit(number / 1000);
+        if (width >= 3 || number >= 100) PutDigit(number / 100 % 10);
+        if (width >= 2 || number >= 10) PutDigit(number / 10 % 10);
+        PutDigit(number % 10);
+    }
+    std::string Text() {
+        HandOver();
+        return std::move(text_);
+    }
+
+private:
+    void PutDigit(std::int32_t digit) { Put(static_cast<char>('0' + digit)); }
+    void HandOver() { text_.append(block_.data(), std::exchange(count_, 0)); }
+
+    std::array<char, 32> block_;
+    std::size_t count_ = 0;
+    std::string text_;
+};
 
 /// A group of digits of a date's or a time's text.
 struct Part {
@@ -168,39 +187,40 @@ const Regional& CurrentRegional() {
 
 std::string Format(Date date, std::string_view picture) {
     const CivilDate day = CivilOf(date);
-    std::string text;
-    text.reserve(picture.size());
+    const TimeOfDay time = TimeOf(date);
+    Letters text;
     for (std::size_t i = 0; i < picture.size();) {
-        const char c = Lower(picture[i]);
+        const char field = Lower(picture[i]);
         std::size_t run = 1;
-        while (i + run < picture.size() && Lower(picture[i + run]) == c)
+        while (i + run < picture.size() && Lower(picture[i + run]) == field)
             ++run;
-        switch (c) {
+        switch (field) {
             case 'y':
-                AppendPadded(text, run >= 4 ? day.year : day.year % 100, run >= 4 ? 4 : 2);
+                text.Put(run >= 4 ? day.year : day.year % 100, run >= 4 ? 4 : 2);
                 break;
             case 'm':
-                AppendPadded(text, day.month, run);
+                text.Put(day.month, run);
                 break;
             case 'd':
-                AppendPadded(text, day.day, run);
+                text.Put(day.day, run);
                 break;
             case 'h':
-                AppendPadded(text, TimeOf(date).hour, run);
+                text.Put(time.hour, run);
                 break;
             case 'n':
-                AppendPadded(text, TimeOf(date).minute, run);
+                text.Put(time.minute, run);
                 break;
             case 's':
-                AppendPadded(text, TimeOf(date).second, run);
+                text.Put(time.second, run);
                 break;
             default:
-                text.append(picture.substr(i, run));
+                run = 1;
+                text.Put(picture[i]);
                 break;
         }
         i += run;
     }
-    return text;
+    return text.Text();
 }
 
 std::string Format(std::string_view text, std::string_view picture) {
