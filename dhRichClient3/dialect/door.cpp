@@ -129,6 +129,8 @@ private:
         if (!call && !quoted && (token.text.front() | 0x20) != 'p') return;
         const std::string held = quoted ? Unquoted(token) : std::string();
         const std::string_view name = quoted ? std::string_view(held) : token.text;
+        // The door decides on the format, so that a text with another one is another text.
+        if (call && Contains(kFormats, name)) plain_ = false;
         if (call && Contains(kFormats, name) && !IsModestFormat(at + 2)) {
             Refuse("A statement may call " + std::string(name) +
                    " only with a format in quotes, without * and without a width beyond three digits.");

@@ -13,7 +13,8 @@ struct Verdict {
     /// Why it may not pass, as a sentence; empty when it may.
     std::string refusal;
     /// It changes rows, and what its literals are makes no difference to how it is compiled: an INSERT of values, an
-    /// UPDATE or a DELETE with no sub-select, no order, no blob and no number in hexadecimal or beyond 18 digits.
+    /// UPDATE or a DELETE with no sub-select, no order, no format, no blob and no number in hexadecimal or beyond 18
+    /// digits.
     bool reusable = false;
     /// It is a SELECT, perhaps behind a WITH.
     bool selects = false;

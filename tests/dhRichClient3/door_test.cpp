@@ -117,6 +117,15 @@ TEST_F(Door, EverythingElseIsRefusedAndChangesNothing) {
     EXPECT_FALSE(connection->InTransaction());
 }
 
+TEST_F(Door, AFormatIsJudgedHoweverOftenAnotherOnePassed) {
+    for (int i = 0; i < 3; ++i) {
+        connection->Ejecutar("UPDATE t SET b=printf('%05d',7) WHERE a=" + std::to_string(i));
+        const auto error =
+            ErrorOf([&] { connection->Ejecutar("UPDATE t SET b=printf('%09999d',7) WHERE a=" + std::to_string(i)); });
+        EXPECT_EQ(error.number, kRefused);
+    }
+}
+
 TEST_F(Door, TheEnginesLockRefusesWhatPassesTheTokens) {
     constexpr std::string_view kRefusals[] = {
         "SELECT random()",
