@@ -30,6 +30,13 @@ bool IsCompared(const std::vector<Token>& tokens, std::size_t at) {
     return next.IsSymbol(')') || next.IsSymbol(';') || IsOneOf(next, kEndsOfTerm);
 }
 
+/// Whether what takes a decimal number's place stands for itself behind this token: it is an expression with a sign,
+/// which behind another literal or a name would go on with that. Not a minus, since minus zero is a number too.
+bool LeadsToAnExpression(const Token& token) {
+    return token.kind == TokenKind::Symbol &&
+           std::string_view("(,=<>+*/").find(token.text.front()) != std::string_view::npos;
+}
+
 void LiftFromSelect(const std::vector<Token>& tokens, std::vector<Token>& lifted) {
     if (!tokens.front().IsWord("SELECT")) return;
     int depth = 0;
@@ -50,9 +57,9 @@ void LiftFromChange(const std::vector<Token>& tokens, std::vector<Token>& lifted
     for (std::size_t at = 0; at < tokens.size(); ++at) {
         const Token& token = tokens[at];
         if (token.IsWord("WHERE")) where = true;
-        // What a decimal number is compared with would see that it isn't a literal, and minus zero is a number too.
-        const bool negative = at > 0 && tokens[at - 1].IsSymbol('-');
-        const bool decimal = token.kind == TokenKind::Decimal && !where && !negative;
+        // What a decimal number is compared with would see that it isn't a literal.
+        const bool decimal =
+            token.kind == TokenKind::Decimal && !where && at > 0 && LeadsToAnExpression(tokens[at - 1]);
         if (token.IsLiteral() || decimal) lifted.push_back(token);
     }
 }

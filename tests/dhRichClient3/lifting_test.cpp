@@ -40,13 +40,26 @@ TEST(Lifting, TakesFromAChangeWhateverMayDiffer) {
 
 TEST(Lifting, LeavesAChangeAloneWhoseLiteralsMayMatter) {
     const std::string texts[] = {
-        "INSERT INTO t SELECT 5,'x' FROM u",      "UPDATE t SET a=5 WHERE b IN (SELECT 7)",
-        "DELETE FROM t WHERE a=5 RETURNING a||5", "INSERT INTO t VALUES(0x10,'x')",
-        "INSERT INTO t VALUES(x'41','x')",        "INSERT INTO t VALUES(9999999999999999999,'x')",
-        "WITH c AS (SELECT 1) DELETE FROM t",
+        "INSERT INTO t SELECT 5,'x' FROM u",        "UPDATE t SET a=5 WHERE b IN (SELECT 7)",
+        "DELETE FROM t WHERE a=5 RETURNING a||5",   "INSERT INTO t VALUES(0x10,'x')",
+        "INSERT INTO t VALUES(x'41','x')",          "INSERT INTO t VALUES(9999999999999999999,'x')",
+        "WITH c AS (SELECT 1) DELETE FROM t",       "UPDATE t SET a=printf('%05d',5)",
+        "DELETE FROM t WHERE a=\"format\"('%d',b)",
     };
     for (const auto& text : texts)
         EXPECT_EQ(ShapeFor(text).Text(), text);
+}
+
+TEST(Lifting, LeavesADecimalNumberThatNoOperatorLeadsTo) {
+    const Case cases[] = {
+        {"INSERT INTO t VALUES(''.35,'x')", "INSERT INTO t VALUES(?.35,?)"},
+        {"INSERT INTO t VALUES(2.5.5)", "INSERT INTO t VALUES(+CAST(? AS REAL).5)"},
+        {"UPDATE t SET a=abs.5", "UPDATE t SET a=abs.5"},
+        {"UPDATE t SET a=(b).5", "UPDATE t SET a=(b).5"},
+        {"UPDATE t SET a=b-2.5", "UPDATE t SET a=b-2.5"},
+    };
+    for (const auto& [text, shape] : cases)
+        EXPECT_EQ(ShapeFor(text).Text(), shape);
 }
 
 TEST(Lifting, TakesFromASelectWhatAColumnIsComparedWith) {
