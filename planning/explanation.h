@@ -1,6 +1,7 @@
 #pragma once
 
 #include "planning/average_use.h"
+#include "planning/kind.h"
 
 #include <cstdint>
 #include <optional>
@@ -8,8 +9,6 @@
 #include <vector>
 
 namespace planning {
-
-enum class Kind { Synchronised, Conventional, Meter };
 
 /// A value that a rule goes by: a column under its own name, or what was worked out, in words.
 struct Fact {

@@ -17,7 +17,7 @@ namespace host {
 
 namespace {
 
-using launching::Kind;
+using planning::Kind;
 
 struct LaunchOptions {
     std::string path;

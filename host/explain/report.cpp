@@ -21,18 +21,6 @@ using text::Tone;
 
 std::string Iso(Zontara::Date day) { return Zontara::Format(day, "yyyy-mm-dd"); }
 
-std::string_view NameOf(Kind kind) {
-    switch (kind) {
-        case Kind::Synchronised:
-            return "synchronised";
-        case Kind::Conventional:
-            return "conventional";
-        case Kind::Meter:
-            return "meter";
-    }
-    return {};
-}
-
 std::string_view TitleOf(Kind kind) {
     switch (kind) {
         case Kind::Synchronised:

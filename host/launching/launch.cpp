@@ -10,6 +10,7 @@ namespace host::launching {
 namespace {
 
 using dhRichClient3::Connection;
+using planning::Kind;
 
 /// Last keys of the tables that a launch adds to: what comes after them is the launch's.
 struct Mark {
@@ -135,18 +136,6 @@ void Run(Plant& plant, const Request& request, Outcome& outcome, Progress& progr
 }
 
 }  // namespace
-
-std::string_view NameOf(Kind kind) {
-    switch (kind) {
-        case Kind::Synchronised:
-            return "synchronised";
-        case Kind::Conventional:
-            return "conventional";
-        case Kind::Meter:
-            return "meter";
-    }
-    return {};
-}
 
 std::vector<Outcome> Launch(Plant& plant, const Request& request, Progress& progress) {
     std::vector<Outcome> outcomes;

@@ -4,22 +4,17 @@
 #include "frame/date.h"
 #include "host/plant.h"
 #include "host/progress.h"
+#include "planning/kind.h"
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace host::launching {
 
-/// The launches, in the order in which they run together.
-enum class Kind { Synchronised, Conventional, Meter };
-
-std::string_view NameOf(Kind kind);
-
 struct Request {
     Zontara::Date date;
-    std::vector<Kind> kinds;
+    std::vector<planning::Kind> kinds;
     std::int32_t user = 0;
     /// How work orders are made. With none the calendar launches write bulletins, and the meter launch, which always
     /// makes orders, takes a configuration of zeros.
@@ -56,7 +51,7 @@ struct Paper {
 
 /// What one launch did.
 struct Outcome {
-    Kind kind = Kind::Synchronised;
+    planning::Kind kind = planning::Kind::Synchronised;
     /// Assignments that the launch looked at.
     std::int64_t looked = 0;
     std::int64_t launched = 0;

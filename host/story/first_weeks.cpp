@@ -28,7 +28,7 @@ Outcome LaunchSynchronised(Stage& stage, Zontara::Date monday,
     stage.clock.SetDay(monday);
     launching::Request request;
     request.date = monday;
-    request.kinds = {launching::Kind::Synchronised};
+    request.kinds = {planning::Kind::Synchronised};
     request.user = 100;
     request.orders = std::move(orders);
     Transaction transaction(stage.plant);

@@ -16,7 +16,7 @@ namespace host::story {
 
 namespace {
 
-using launching::Kind;
+using planning::Kind;
 using text::Grid;
 
 constexpr int kWeeks = 52;
