@@ -26,9 +26,14 @@ public:
     }
     /// Puts a number of at most four digits, with zeros before it up to a width.
     void Put(std::int32_t number, std::size_t width) {
+        if (width == 2 && number < 100) return PutTwoDigits(number);
+        if (width == 4) {
+            PutTwoDigits(number / 100);
+            return PutTwoDigits(number % 100);
+        }
         for (std::size_t zeros = width; zeros > 4; --zeros)
             Put('0');
-        if (width >= 4 || number >= 1000) PutDigit(number / 1000);
+        if (width > 4 || number >= 1000) PutDigit(number / 1000);
         if (width >= 3 || number >= 100) PutDigit(number / 100 % 10);
         if (width >= 2 || number >= 10) PutDigit(number / 10 % 10);
         PutDigit(number % 10);
@@ -39,6 +44,11 @@ public:
     }
 
 private:
+    void PutTwoDigits(std::int32_t number) {
+        if (count_ + 2 > block_.size()) HandOver();
+        block_[count_++] = static_cast<char>('0' + number / 10);
+        block_[count_++] = static_cast<char>('0' + number % 10);
+    }
     void PutDigit(std::int32_t digit) { Put(static_cast<char>('0' + digit)); }
     void HandOver() { text_.append(block_.data(), std::exchange(count_, 0)); }
 
@@ -228,6 +238,20 @@ std::string Format(std::string_view text, std::string_view picture) {
     return date ? Format(*date, picture) : std::string(text);
 }
 
-std::string SqlDate(std::string_view text) { return Format(text, kSqlDate); }
+std::string SqlDate(Date date) {
+    const CivilDate day = CivilOf(date);
+    Letters text;
+    text.Put(day.year, 4);
+    text.Put('-');
+    text.Put(day.month, 2);
+    text.Put('-');
+    text.Put(day.day, 2);
+    return text.Text();
+}
+
+std::string SqlDate(std::string_view text) {
+    const std::optional<Date> date = CurrentRegional().Read(text);
+    return date ? SqlDate(*date) : std::string(text);
+}
 
 }  // namespace Zontara

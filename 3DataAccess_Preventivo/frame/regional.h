@@ -49,10 +49,8 @@ ZONTARA_EXPORT std::string Format(Date date, std::string_view picture);
 /// A text that reads as a date is rewritten in the picture; any other text, the empty one included, is left alone.
 ZONTARA_EXPORT std::string Format(std::string_view text, std::string_view picture);
 
-/// The picture in which statements hold a date.
-inline constexpr std::string_view kSqlDate = "YYYY-MM-DD";
-
-/// `Format(value, kSqlDate)`: a date as it stands in a statement, without its quotes.
+/// A date as it stands in a statement, without its quotes: `Format(value, "YYYY-MM-DD")`.
+ZONTARA_EXPORT std::string SqlDate(Date date);
 ZONTARA_EXPORT std::string SqlDate(std::string_view text);
 
 }  // namespace Zontara

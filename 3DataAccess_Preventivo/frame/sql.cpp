@@ -18,7 +18,7 @@ SqlPiece::SqlPiece(float number) { Keep(ToText(number)); }
 
 SqlPiece::SqlPiece(Money amount) { Keep(amount.ToText()); }
 
-SqlPiece::SqlPiece(Date date) { Keep(Format(date, kSqlDate)); }
+SqlPiece::SqlPiece(Date date) { Keep(SqlDate(date)); }
 
 void SqlPiece::Keep(std::string_view text) {
     if (text.size() > digits_.size()) Raise(RunTimeError::Overflow);

@@ -8,7 +8,7 @@
 namespace dhRichClient3::dialect {
 namespace {
 
-struct Case {
+struct LiteralCase {
     TokenKind kind;
     std::string text;
     /// What is taken, and how much of the text is left.
@@ -17,7 +17,7 @@ struct Case {
 };
 
 TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
-    const Case cases[] = {
+    const LiteralCase cases[] = {
         {TokenKind::String, "'abc',5", "abc", ",5"},
         {TokenKind::String, "''", "", ""},
         {TokenKind::String, "'it''s'x", "it''s", "x"},
@@ -30,7 +30,7 @@ TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
         {TokenKind::Decimal, "1E-05 ", "1E-05", " "},
         {TokenKind::Decimal, "1.5e+3x", "1.5e+3", "x"},
     };
-    for (const Case& each : cases) {
+    for (const LiteralCase& each : cases) {
         std::size_t at = 0;
         Literal literal{each.kind, {}};
         ASSERT_TRUE(TakeLiteral(each.text, at, literal)) << each.text;
@@ -40,7 +40,7 @@ TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
 }
 
 TEST(LiteralTest, IsNoneWhereNothingOfItsKindBegins) {
-    const Case cases[] = {
+    const LiteralCase cases[] = {
         {TokenKind::String, "", {}, {}},      {TokenKind::String, "abc'", {}, {}},
         {TokenKind::String, "'abc", {}, {}},  {TokenKind::String, "'abc''", {}, {}},
         {TokenKind::Integer, "x", {}, {}},    {TokenKind::Integer, "1000000000000000000", {}, {}},
@@ -48,7 +48,7 @@ TEST(LiteralTest, IsNoneWhereNothingOfItsKindBegins) {
         {TokenKind::Decimal, "1e", {}, {}},   {TokenKind::Decimal, "1.5e+", {}, {}},
         {TokenKind::Decimal, "-1.5", {}, {}}, {TokenKind::Decimal, "e5", {}, {}},
     };
-    for (const Case& each : cases) {
+    for (const LiteralCase& each : cases) {
         std::size_t at = 0;
         Literal literal{each.kind, {}};
         EXPECT_FALSE(TakeLiteral(each.text, at, literal)) << each.text;

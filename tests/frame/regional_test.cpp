@@ -109,6 +109,9 @@ TEST(RegionalTest, FormatRewritesATextThatIsADateUnderTheSettingsInForce) {
     EXPECT_EQ(Format("", "YYYY-MM-DD"), "");
     EXPECT_EQ(Format("pronto", "YYYY-MM-DD"), "pronto");
     EXPECT_EQ(SqlDate("2026-3-5 10:00"), "2026-03-05");
+    for (const Date date :
+         {DateOf(100, 1, 1), DateOf(9999, 12, 31), DateOf(1899, 12, 29), Date{-1.25}, Date{46086.999}})
+        EXPECT_EQ(SqlDate(date), Format(date, "YYYY-MM-DD"));
 }
 
 TEST(RegionalTest, PicturesAreFilledWithAllTheirDigits) {
