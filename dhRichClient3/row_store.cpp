@@ -46,14 +46,19 @@ ColumnNames::ColumnNames(std::vector<std::string> names) {
 }
 
 std::size_t ColumnNames::Find(std::string_view name) const {
-    std::uint8_t& follower = followers_[found_];
-    if (follower < columns_.size() && SameName(columns_[follower].name, name)) return found_ = follower;
+    Followers& followers = followers_[found_];
+    if (Is(followers.last, name)) return found_ = followers.last;
+    if (Is(followers.before, name)) return found_ = followers.before;
     const std::size_t column = Search(name);
     if (column < followers_.size()) {
-        follower = static_cast<std::uint8_t>(column);
+        followers = {static_cast<std::uint8_t>(column), followers.last};
         found_ = column;
     }
     return column;
+}
+
+bool ColumnNames::Is(std::size_t column, std::string_view name) const {
+    return column < columns_.size() && SameName(columns_[column].name, name);
 }
 
 std::size_t ColumnNames::Search(std::string_view name) const {

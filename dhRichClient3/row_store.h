@@ -21,7 +21,7 @@ public:
     const std::string& operator[](std::size_t column) const { return columns_[column].name; }
 
     /// Position of the first column of a name, without regard to the case of ASCII letters; `kNone` if there is none.
-    /// Costs one comparison when names are asked for in the same order row after row, and run after run.
+    /// Costs a comparison or two when names are asked for in the same order row after row, and run after run.
     std::size_t Find(std::string_view name) const;
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
@@ -33,9 +33,15 @@ private:
 
     std::size_t Search(std::string_view name) const;
 
+    bool Is(std::size_t column, std::string_view name) const;
+
     std::vector<Column> columns_;
-    /// By the column that was found last: which one was found after it the time before.
-    mutable std::array<std::uint8_t, 64> followers_{};
+    /// By the column that was found last: the two that were found after it of late.
+    struct Followers {
+        std::uint8_t last = 0;
+        std::uint8_t before = 0;
+    };
+    mutable std::array<Followers, 64> followers_{};
     mutable std::size_t found_ = 0;
 };
 
