@@ -64,10 +64,11 @@ private:
             ++depth_;
             return;
         }
-        int open = 0;
-        for (; at_ < tokens_.size(); ++at_) {
+        // One that is never closed goes on to the last token.
+        for (int open = 1; open > 0 && at_ + 1 < tokens_.size();) {
+            ++at_;
             if (tokens_[at_].IsSymbol('(')) ++open;
-            if (tokens_[at_].IsSymbol(')') && --open == 0) break;
+            if (tokens_[at_].IsSymbol(')')) --open;
         }
         tableExpected_ = false;
     }

@@ -1,5 +1,6 @@
 #include "dhRichClient3/dialect/bare_names.h"
 
+#include "dhRichClient3/dialect/outer_select.h"
 #include "tests/dhRichClient3/engine_support.h"
 
 #include <gmock/gmock.h>
@@ -69,6 +70,24 @@ TEST(BareNames, AreQualifiedInTheOutermostSelectOnly) {
     };
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(Qualified(text), expected);
+}
+
+TEST(BareNames, AreReadInWhateverIsLeftOfAText) {
+    const std::string_view whole =
+        "SELECT X, (SELECT X FROM (B)) s, max(X) AS m FROM A a, (SELECT X FROM C) c JOIN B ON (B.K = X) WHERE X IN "
+        "(SELECT 1) AND X = 'x' GROUP BY X HAVING X IS DISTINCT FROM 5 ORDER BY X, m LIMIT 5";
+    for (std::size_t length = 0; length <= whole.size(); ++length) {
+        std::vector<dialect::Token> tokens;
+        dialect::Tokenize(whole.substr(0, length), tokens);
+        const auto select = dialect::ReadOuterSelect(tokens);
+        for (const auto& item : select.items) {
+            EXPECT_LT(item.begin, item.end);
+            EXPECT_LE(item.end, tokens.size()) << whole.substr(0, length);
+        }
+        for (const std::size_t name : select.bareNames)
+            EXPECT_LT(name, tokens.size());
+        Qualified(whole.substr(0, length));
+    }
 }
 
 TEST(BareNames, ItemsKeepTheirColumnNames) {
