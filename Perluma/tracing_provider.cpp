@@ -26,17 +26,17 @@ public:
     void IniciarTrans(const std::string& texto) override {
         sink_->Before("begin");
         inner_->IniciarTrans(texto);
-        sink_->Transaction("begin");
+        Note("begin");
     }
     void ConfirmarTrans(const std::string& texto) override {
         sink_->Before("commit");
         inner_->ConfirmarTrans(texto);
-        sink_->Transaction("commit");
+        Note("commit");
     }
     void RevertirTrans(const std::string& texto, std::int32_t modo) override {
         sink_->Before("rollback");
         inner_->RevertirTrans(texto, modo);
-        sink_->Transaction("rollback");
+        Note("rollback");
     }
     void Ejecutar(const std::string& sql) override {
         Announce(sql);
@@ -53,6 +53,13 @@ private:
     void Announce(const std::string& sql) {
         sink_->Before("sql " + sql);
         sink_->Sql(sql);
+    }
+    void Note(std::string_view what) {
+        try {
+            sink_->Transaction(what);
+        } catch (...) {
+            // What the database has done is done: to tell the client that it failed would be wrong.
+        }
     }
 
     Ref<Zontara::Conexion> inner_;
@@ -99,7 +106,12 @@ private:
 class TracedSession : public Zontara::SesionGlobal {
 public:
     TracedSession(Zontara::SesionGlobal& inner, std::shared_ptr<TraceSink> sink)
-        : inner_(inner), sink_(std::move(sink)) {}
+        : inner_(inner), sink_(std::move(sink)) {
+        // The wrappers are there from the start, so that there is nothing to fail between the component, which has
+        // counted a transaction, and its begin, nor in a handler that asks for the connection.
+        Wrapped(connection_, inner_.LaConexion());
+        Wrapped(keys_, inner_.ElGeneradorClaves());
+    }
 
     Ref<Zontara::Conexion> LaConexion() override { return Wrapped(connection_, inner_.LaConexion()); }
     Ref<Zontara::GeneradorClaves> ElGeneradorClaves() override { return Wrapped(keys_, inner_.ElGeneradorClaves()); }

@@ -17,7 +17,7 @@ struct TraceSink {
 
     /// A statement, letter for letter, before it runs: a refused one is heard too.
     virtual void Sql(const std::string& text) = 0;
-    /// "begin", "commit" or "rollback", once it has reached the database.
+    /// "begin", "commit" or "rollback", once it has reached the database. What it raises is lost.
     virtual void Transaction(std::string_view what) = 0;
     /// A key that was handed out.
     virtual void Key(const std::string& table, std::int32_t value) = 0;

@@ -58,7 +58,8 @@ void Connection::ConfirmarTrans(const std::string&) {
 
 void Connection::RevertirTrans(const std::string&, std::int32_t) {
     parts_->engine->Rollback();
-    if (std::exchange(parts_->schemaChanged, false)) parts_->texts.ReadSchema();
+    if (parts_->schemaChanged) parts_->texts.ReadSchema();
+    parts_->schemaChanged = false;
     if (parts_->afterEnd) parts_->afterEnd();
 }
 

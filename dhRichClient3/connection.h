@@ -79,8 +79,8 @@ public:
     void IniciarTrans(const std::string& texto) override;
     /// Commits. Refused with error 4 when the transaction that is meant was lost; the way out is `RevertirTrans`.
     void ConfirmarTrans(const std::string& texto) override;
-    /// Rolls back. Also in order when the begin had failed or the engine had rolled back by itself; with no transaction
-    /// meant it is the engine's error 1.
+    /// Rolls back what there is: nothing when the begin had failed, when the engine had rolled back by itself, and when
+    /// no transaction is meant. So a rollback can be tried again.
     void RevertirTrans(const std::string& texto, std::int32_t modo) override;
     /// Runs one statement that gives no rows (those of a SELECT are left unread). Error 23 when the door refuses it, 4
     /// when the transaction that is meant was lost, 9 when it takes more steps than the limit, 18 for a value of more

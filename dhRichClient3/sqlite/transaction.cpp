@@ -30,9 +30,9 @@ void Engine::Commit() {
 
 void Engine::Rollback() {
     try {
-        if (InTransaction() || !meant_) RunOwn("ROLLBACK");
+        if (InTransaction()) RunOwn("ROLLBACK");
     } catch (const Zontara::RaisedError&) {
-        if (InTransaction() || !meant_) throw;
+        if (InTransaction()) throw;
     }
     meant_ = false;
 }

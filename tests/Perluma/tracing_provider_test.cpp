@@ -2,6 +2,8 @@
 
 #include "tests/Perluma/session_fixture.h"
 
+#include <new>
+
 namespace {
 
 using support::ErrorOf;
@@ -18,13 +20,17 @@ public:
     std::vector<Value> arguments;
     Value result;
     std::string refused;
+    bool full = false;
 
     void Before(const std::string& line) override {
         lines.push_back(line);
         if (line == refused) Zontara::RaiseError(7777, "test", "refused");
     }
     void Sql(const std::string& text) override { heard.push_back("sql " + text); }
-    void Transaction(std::string_view what) override { heard.emplace_back(what); }
+    void Transaction(std::string_view what) override {
+        if (full) throw std::bad_alloc();
+        heard.emplace_back(what);
+    }
     void Key(const std::string& table, std::int32_t value) override {
         heard.push_back("key " + table + " " + std::to_string(value));
     }
@@ -76,7 +82,7 @@ TEST_F(TracingTest, ARollbackIsHeardOnceItHasReachedTheDatabase) {
     Connection()->IniciarTrans("");
     Connection()->RevertirTrans("", 0);
     EXPECT_THAT(Heard(), ElementsAre("begin", "rollback"));
-    EXPECT_EQ(ErrorOf([&] { Connection()->RevertirTrans("", 0); }).number, Zontara::vbObjectError + 1);
+    EXPECT_EQ(ErrorOf([&] { Connection()->ConfirmarTrans(""); }).number, Zontara::vbObjectError + 1);
     EXPECT_THAT(Heard(), ElementsAre("begin", "rollback"));
 }
 
@@ -85,6 +91,16 @@ TEST_F(TracingTest, ATransactionThatTheDatabaseRefusesIsNotHeard) {
     Heard().clear();
     EXPECT_NE(ErrorOf([&] { Connection()->IniciarTrans(""); }).number, 0);
     EXPECT_THAT(Heard(), IsEmpty());
+}
+
+TEST_F(TracingTest, ATransactionTakesItsCourseWhenTheSinkCannotTakeNoteOfIt) {
+    notebook->full = true;
+    Connection()->IniciarTrans("");
+    Connection()->Ejecutar("INSERT INTO Gama (SC_Gama) VALUES (4)");
+    EXPECT_NO_THROW(Connection()->ConfirmarTrans(""));
+    Connection()->IniciarTrans("");
+    EXPECT_NO_THROW(Connection()->RevertirTrans("", 0));
+    EXPECT_THAT(Rows("SELECT SC_Gama FROM Gama"), ElementsAre("4"));
 }
 
 TEST_F(TracingTest, KeysAreHeardWithTheirTableAsSpelt) {

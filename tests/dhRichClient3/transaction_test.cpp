@@ -43,12 +43,14 @@ TEST_F(TransactionTest, CommitKeepsAndRollbackForgets) {
     EXPECT_THAT(Stored(), ElementsAre("1"));
 }
 
-TEST_F(TransactionTest, WithoutABeginCommitAndRollbackAreTheEnginesRefusal) {
-    EXPECT_EQ(ErrorOf([&] { connection->ConfirmarTrans(""); }).description, "cannot commit - no transaction is active");
-    const auto error = ErrorOf([&] { connection->RevertirTrans("", 0); });
+TEST_F(TransactionTest, WithoutABeginACommitIsTheEnginesRefusalAndARollbackFindsNothingToDo) {
+    const auto error = ErrorOf([&] { connection->ConfirmarTrans(""); });
     EXPECT_EQ(error.number, support::kError);
-    EXPECT_EQ(error.description, "cannot rollback - no transaction is active");
+    EXPECT_EQ(error.description, "cannot commit - no transaction is active");
+    connection->Ejecutar("INSERT INTO t VALUES(1)");
+    connection->RevertirTrans("", 0);
     EXPECT_FALSE(connection->TransactionMeant());
+    EXPECT_THAT(Stored(), ElementsAre("1"));
 }
 
 TEST_F(TransactionTest, ASecondBeginIsRefusedAndTheFirstGoesOn) {

@@ -92,20 +92,12 @@ protected:
     /// Calls the operation, whose request after so many others is refused.
     ErrorRecord FailAt(std::size_t request) {
         std::size_t passed = 0;
-        world_->OnRequest([&, request](const std::string& line) {
-            if (passed++ != request) return;
-            if (line == "begin") LeaveWithoutTransaction();
-            Zontara::RaiseError(kForced, "dhRichClient3", "forced failure");
+        world_->OnRequest([&, request](const std::string&) {
+            if (passed++ == request) Zontara::RaiseError(kForced, "dhRichClient3", "forced failure");
         });
         const ErrorRecord error = support::ErrorOf([&] { Call(); });
         world_->OnRequest({});
         return error;
-    }
-
-    /// As a begin that the engine refuses leaves the connection: a transaction is meant, and there is none.
-    void LeaveWithoutTransaction() {
-        world_->Database().IniciarTrans("");
-        world_->Database().RunScript("ROLLBACK");
     }
 
     void ExpectReported(const ErrorRecord& error) {

@@ -77,6 +77,16 @@ TEST_F(LibreriaTest, ARefusedBeginLeavesTheDepthRaised) {
     EXPECT_FALSE(world.InTransaction());
 }
 
+TEST_F(LibreriaTest, ABeginThatNeverReachedTheDatabaseCanBeAborted) {
+    world.FailOn("begin");
+    ErrorOf([] { Libreria::IniciarTransaccion(); });
+    Libreria::AbortarTransaccion();
+    EXPECT_EQ(world.Depth(), 0);
+    Open(1);
+    EXPECT_TRUE(world.InTransaction());
+    Libreria::TerminarTransaccion();
+}
+
 TEST_F(LibreriaTest, ARefusedCommitLeavesTheDepthAtOne) {
     Open(1);
     world.FailOn("commit");
