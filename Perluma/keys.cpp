@@ -82,7 +82,8 @@ std::int64_t GeneradorClaves::LastStored(const std::string& tabla, Counter& coun
     if (!counter.read.empty()) {
         try {
             return LastStored(tabla, counter, counter.read);
-        } catch (const Zontara::RaisedError&) {
+        } catch (const Zontara::RaisedError& refusal) {
+            if (refusal.Number() != kWrongStatement) throw;
             // The table may have changed since: look at it anew.
             counter.read.clear();
         }

@@ -5,6 +5,7 @@
 #include "tests/host/run.h"
 
 #include "frame/CGlobalPreventivo.h"
+#include "frame/Libreria.h"
 #include "frame/creation.h"
 #include "frame/raised_error.h"
 #include "schema/create.h"
@@ -43,16 +44,24 @@ protected:
         return rows;
     }
 
-    /// The states of the database between the transactions of an operation that nobody disturbs, the last one too.
-    std::vector<std::vector<std::string>> StatesOfUndisturbed(const Operation& operation) {
+    /// What an operation does that nobody disturbs.
+    struct Undisturbed {
+        /// The states of the database between its transactions, the last one too.
         std::vector<std::vector<std::string>> states;
+        /// How it ends when it is called again.
+        std::int32_t again = 0;
+    };
+    Undisturbed RunUndisturbed(const Operation& operation) {
+        Undisturbed run;
         StartAnew(operation);
         world_->OnRequest([&](const std::string&) {
-            if (!world_->InTransaction()) states.push_back(Stored());
+            if (!world_->InTransaction()) run.states.push_back(Stored());
         });
         operation_.Call(*object_, arguments_);
-        states.push_back(Stored());
-        return states;
+        world_->OnRequest({});
+        run.states.push_back(Stored());
+        run.again = CallAnew();
+        return run;
     }
 
     /// Calls the operation; the number of its error, 0 for none.
@@ -65,15 +74,21 @@ protected:
         return 0;
     }
 
-    /// What was not committed is gone after the abort, and the next operation works.
-    void ExpectWholeAfterAbort(const std::vector<std::vector<std::string>>& states) {
+    std::int32_t CallAnew() {
+        object_ = operation_.Object();
+        arguments_ = operation_.Arguments();
+        return Call();
+    }
+
+    /// What was not committed is gone after the abort, and the next operation works. What the engine interrupts at the
+    /// very step that commits is stored, so that the next one is the second.
+    void ExpectWholeAfterAbort(const Undisturbed& undisturbed) {
         Zontara::Create<Zontara::CGlobalPreventivo>()->AbortarTransaccion();
         EXPECT_EQ(world_->Depth(), 0);
         EXPECT_FALSE(world_->Database().TransactionMeant());
-        EXPECT_THAT(states, testing::Contains(Stored()));
-        object_ = operation_.Object();
-        arguments_ = operation_.Arguments();
-        EXPECT_EQ(Call(), 0);
+        const std::vector<std::string> stored = Stored();
+        EXPECT_THAT(undisturbed.states, testing::Contains(stored));
+        EXPECT_EQ(CallAnew(), stored == undisturbed.states.back() ? undisturbed.again : 0);
     }
 
     EngineHandle handle_;
@@ -97,7 +112,7 @@ struct Stopper {
 TEST_F(EngineTest, AnInterruptAtAnyStepLeavesWholeTransactionsOnly) {
     int interrupts = 0;
     for (const Operation& operation : OperationsBesideTransactions()) {
-        const auto states = StatesOfUndisturbed(operation);
+        const Undisturbed undisturbed = RunUndisturbed(operation);
         StartAnew(operation);
         Stopper counter;
         sqlite3_progress_handler(EngineHandle::Last(), 1, &Stopper::Step, &counter);
@@ -112,10 +127,40 @@ TEST_F(EngineTest, AnInterruptAtAnyStepLeavesWholeTransactionsOnly) {
             const std::int32_t number = Call();
             sqlite3_progress_handler(EngineHandle::Last(), 0, nullptr, nullptr);
             EXPECT_EQ(number, Refusal(9));
-            ExpectWholeAfterAbort(states);
+            ExpectWholeAfterAbort(undisturbed);
         }
     }
     Say("engine: " + std::to_string(interrupts) + " interrupts, whole transactions each time");
+}
+
+/// Asks for a key in a transaction of its own; the number of its error, 0 for none.
+std::int32_t EndOfKey(Stopper& stopper) {
+    const auto facade = Zontara::Create<Zontara::CGlobalPreventivo>();
+    facade->IniciarTransaccion();
+    sqlite3_progress_handler(EngineHandle::Last(), 1, &Stopper::Step, &stopper);
+    std::int32_t number = 0;
+    try {
+        Zontara::Libreria::ProximaClave("Boletin");
+    } catch (const Zontara::RaisedError& error) {
+        number = error.Number();
+    }
+    sqlite3_progress_handler(EngineHandle::Last(), 0, nullptr, nullptr);
+    facade->AbortarTransaccion();
+    return number;
+}
+
+/// A key whose table is known by now: that it can't be read must not be taken for a change of the table.
+TEST_F(EngineTest, AnInterruptAtAnyStepOfAKeyIsReported) {
+    world_ = MakeSmallPlant();
+    Stopper first;
+    EXPECT_EQ(EndOfKey(first), 0);
+    Stopper counter;
+    EXPECT_EQ(EndOfKey(counter), 0);
+    EXPECT_GT(counter.steps, 5);
+    for (std::int64_t at = 0; at < counter.steps; ++at) {
+        Stopper stopper{0, at};
+        EXPECT_EQ(EndOfKey(stopper), Refusal(9)) << "step " << at;
+    }
 }
 
 /// Counts the commits and turns one of them into a rollback.
@@ -132,7 +177,7 @@ struct CommitRefuser {
 TEST_F(EngineTest, ACommitThatTheEngineTurnsIntoARollbackIsReported) {
     int commits = 0;
     for (const Operation& operation : OperationsBesideTransactions()) {
-        const auto states = StatesOfUndisturbed(operation);
+        const Undisturbed undisturbed = RunUndisturbed(operation);
         StartAnew(operation);
         CommitRefuser counter;
         sqlite3_commit_hook(EngineHandle::Last(), &CommitRefuser::Commit, &counter);
@@ -145,7 +190,7 @@ TEST_F(EngineTest, ACommitThatTheEngineTurnsIntoARollbackIsReported) {
             sqlite3_commit_hook(EngineHandle::Last(), &CommitRefuser::Commit, &refuser);
             EXPECT_EQ(Call(), Refusal(19));
             sqlite3_commit_hook(EngineHandle::Last(), nullptr, nullptr);
-            ExpectWholeAfterAbort(states);
+            ExpectWholeAfterAbort(undisturbed);
         }
     }
     Say("engine: " + std::to_string(commits) + " commits refused");
@@ -205,7 +250,7 @@ TEST_F(EngineBeginTest, ThatTheEngineRefusesStoresNothing) {
         holder_->RevertirTrans("", 0);
         if (number == 0) continue;
         ++begins;
-        ExpectWholeAfterAbort({before});
+        ExpectWholeAfterAbort({{before}});
     }
     EXPECT_GE(begins, 40);
     Say("engine: the writes of " + std::to_string(begins) + " operations refused for a lock");
