@@ -4,6 +4,7 @@
 #include "errors/current_error.h"
 
 #include <charconv>
+#include <new>
 #include <utility>
 
 namespace Zontara::HuntERR31 {
@@ -63,6 +64,17 @@ void AddPending() {
     });
 }
 
+void Save(const ErrorRecord& error) {
+    ModuleFields& fields = Fields();
+    fields.mErrNumber = error.number;
+    fields.mErrDescription = error.description;
+    fields.mErrSource = error.source;
+    fields.mErrHelpFile = error.helpFile;
+    fields.mErrHelpContext = std::to_string(error.helpContext);
+    fields.mErrLine = error.line;
+    fields.mErrSystemCode = error.systemCode;
+}
+
 /// One level's arguments as `ErrorIn` got them.
 struct Level {
     std::string_view location;
@@ -97,17 +109,14 @@ ModuleFields& Fields() {
 }
 
 void ErrPreserve() {
-    ModuleFields& fields = Fields();
-    const ErrorRecord& current = CurrentError();
-    if (current.number == 0 || fields.mErrPreserved) return;
-    fields.mErrNumber = current.number;
-    fields.mErrDescription = current.description;
-    fields.mErrSource = current.source;
-    fields.mErrHelpFile = current.helpFile;
-    fields.mErrHelpContext = std::to_string(current.helpContext);
-    fields.mErrLine = current.line;
-    fields.mErrSystemCode = current.systemCode;
-    fields.mErrPreserved = true;
+    if (CurrentError().number == 0 || Fields().mErrPreserved) return;
+    try {
+        Save(CurrentError());
+    } catch (const std::bad_alloc&) {
+        CurrentError() = OutOfMemory();
+        Save(CurrentError());
+    }
+    Fields().mErrPreserved = true;
 }
 
 void ErrRestore() {

@@ -54,7 +54,7 @@ inline constexpr std::int32_t kStandardFlags = ERRF_RAISE | ERRF_REPORT | ERRF_R
 inline constexpr std::int32_t kFlagsWithoutConnection = ERRF_RAISE | ERRF_REPORT | ERRF_DISABLECOMMIT | ERRF_WEBINFO;
 
 /// Saves the thread's current error, out of reach of whatever the handler does next. Nothing happens when there is no
-/// current error, or when one is saved already.
+/// current error, or when one is saved already. When there is no memory for its texts, error 7 takes its place.
 void ErrPreserve();
 
 /// The first call of every handler: saves the current error, and asks the developer, if the step dialog is switched on,

@@ -17,6 +17,21 @@ ErrorRecord RunTimeRecord(RunTimeError error, std::string description) {
     return record;
 }
 
+/// Copies texts, so that `std::bad_alloc` may leave it, as it does when that is in flight.
+ErrorRecord RecordInFlight() {
+    try {
+        throw;
+    } catch (const RaisedError& error) {
+        return error.Record();
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        return RunTimeRecord(RunTimeError::Automation, error.what());
+    } catch (...) {
+        return RunTimeRecord(RunTimeError::Automation, "Unknown exception");
+    }
+}
+
 }  // namespace
 
 ErrorRecord& CurrentError() {
@@ -33,16 +48,12 @@ void RaiseCurrentError() {
 
 ErrorRecord ErrorInFlight() {
     try {
-        throw;
-    } catch (const RaisedError& error) {
-        return error.Record();
+        return RecordInFlight();
     } catch (const std::bad_alloc&) {
-        return RunTimeRecord(RunTimeError::OutOfMemory, TextOf(RunTimeError::OutOfMemory));
-    } catch (const std::exception& error) {
-        return RunTimeRecord(RunTimeError::Automation, error.what());
-    } catch (...) {
-        return RunTimeRecord(RunTimeError::Automation, "Unknown exception");
+        return OutOfMemory();
     }
 }
+
+ErrorRecord OutOfMemory() { return RunTimeRecord(RunTimeError::OutOfMemory, TextOf(RunTimeError::OutOfMemory)); }
 
 }  // namespace Zontara::HuntERR31

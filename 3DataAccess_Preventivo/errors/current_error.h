@@ -16,7 +16,11 @@ void ClearError();
 [[noreturn]] void RaiseCurrentError();
 
 /// Inside a catch block: the exception in flight as an error. One of the component as it is; out of memory is 7; any
-/// other standard exception is 440 with its own text, and anything else 440 with "Unknown exception".
+/// other standard exception is 440 with its own text, and anything else 440 with "Unknown exception". When there is no
+/// memory for its texts, that is the error.
 ErrorRecord ErrorInFlight();
+
+/// Error 7. Its texts are short enough to take no memory of their own.
+ErrorRecord OutOfMemory();
 
 }  // namespace Zontara::HuntERR31

@@ -29,6 +29,15 @@ bool StepAgain();
 [[noreturn]] void Report(std::string_view location, const Value& arguments);
 [[noreturn]] void ReportWithoutConnection(std::string_view location, const Value& arguments);
 
+/// The values, or none of them when they can't be gathered: then the report is the shorter for it.
+template <class Values> Value Gathered(Values& values) {
+    try {
+        return values();
+    } catch (...) {
+        return Array();
+    }
+}
+
 template <class Work, class Values, class Finish>
 auto Run(std::string_view location, Work& work, Values& values, Finish finish) -> decltype(work()) {
     for (;;) {
@@ -36,7 +45,7 @@ auto Run(std::string_view location, Work& work, Values& values, Finish finish) -
             return work();
         } catch (...) {
             if (StepAgain()) continue;
-            finish(location, values());
+            finish(location, Gathered(values));
         }
     }
 }

@@ -58,6 +58,13 @@ public:
     };
 
     Value() = default;
+    /// By way of an assignment: when a copy of a variant of these types runs out of memory half-way, GCC 12's library
+    /// destroys an alternative that isn't there.
+    Value(const Value& other) : Value() { *this = other; }
+    Value(Value&&) = default;
+    Value& operator=(const Value&) = default;
+    Value& operator=(Value&&) = default;
+    ~Value() = default;
     Value(Empty) {}
     Value(Null) : held_(Null{}) {}
     Value(Absent) : held_(Absent{}) {}

@@ -174,10 +174,19 @@ TEST_F(TrapTest, SaysThatNoSessionIsOpenWhenThereIsNoProvider) {
     EXPECT_FALSE(Fields().mErrPreserved);
 }
 
+TEST_F(TrapTest, ReportsWithoutTheValuesWhenTheyCannotBeGathered) {
+    const ErrorRecord raised = RaisedBy([] {
+        Trap(
+            "CBoletin.Borrar(SC_Boletin)", [] { RaiseRefused(); }, []() -> Value { throw std::bad_alloc(); });
+    });
+    EXPECT_EQ(raised.number, kRefused);
+    EXPECT_EQ(raised.description,
+              Joined({kRefusedHeader, "  Call Stack: CBoletin.Borrar() " + std::string(68, '-') + "\r\n"}));
+}
+
 TEST_F(TrapTest, ReportsTheNextFailureAfterAHandlerThatWasLeftEarly) {
-    EXPECT_THROW(Trap(
-                     "A.B(c)", [] { RaiseRefused(); }, []() -> Value { throw std::bad_alloc(); }),
-                 std::bad_alloc);
+    provider->onConnection = [] { throw std::bad_alloc(); };
+    EXPECT_THROW(Trap("A.B", [] { RaiseRefused(); }), std::bad_alloc);
     const ErrorRecord raised = RaisedBy([] { TrapWithoutConnection("C.D", [] { Raise(RunTimeError::Overflow); }); });
     EXPECT_EQ(raised.number, 6);
     EXPECT_TRUE(raised.description.starts_with("Overflow \r\n"));
