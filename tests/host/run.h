@@ -1,6 +1,7 @@
 #pragma once
 
-#include <filesystem>
+#include "tests/support/folder.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,25 +21,7 @@ std::vector<std::string> Commands();
 /// Runs a command of the program in this process.
 Ran Zontara(const std::vector<std::string>& words, bool terminal = false);
 
-/// A folder of its own that goes with the object.
-class Folder {
-public:
-    Folder();
-    ~Folder();
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    const std::filesystem::path& Path() const { return path_; }
-    /// Path of a file inside, as text.
-    std::string operator/(std::string_view name) const { return (path_ / name).string(); }
-    /// Writes a file inside.
-    void Write(std::string_view name, std::string_view text) const;
-    /// Text of a file inside.
-    std::string Read(std::string_view name) const;
-
-private:
-    std::filesystem::path path_;
-};
+using support::Folder;
 
 /// Rows of a query on a database file, cells joined by "|", null as "NULL".
 std::vector<std::string> Rows(const std::string& database, std::string_view sql);
