@@ -1,7 +1,6 @@
 #include "tests/faults/effort.h"
-#include "tests/faults/operations.h"
 #include "tests/faults/plant.h"
-#include "tests/host/run.h"
+#include "tests/support/folder.h"
 
 #include "frame/CGlobalPreventivo.h"
 #include "frame/creation.h"
@@ -32,7 +31,7 @@ protected:
             thread.join();
     }
 
-    host_test::Folder folder_;
+    support::Folder folder_;
     const std::string path_ = folder_ / "plant.db";
 };
 
