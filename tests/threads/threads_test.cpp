@@ -53,6 +53,7 @@ TEST_F(ThreadsTest, ThatEnterInTurnShareOneSession) {
                      "SELECT count(*) = count(DISTINCT SC_Imputacion_Sistematica)"
                      " FROM Orden_Trabajo WHERE Origen = 1"),
               "1");
+    Say("threads: " + std::to_string(kThreads) + " in turn, " + std::to_string(turns) + " times each");
 }
 
 TEST_F(ThreadsTest, EachHaveTheirOwnErrorAtHand) {
