@@ -1,26 +1,12 @@
 #include "tests/rpc/program.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace support {
-
-namespace fs = std::filesystem;
-
-Folder::Folder() {
-    std::string pattern = (fs::temp_directory_path() / "zontara-rpc-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-}
-
-Folder::~Folder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
 
 void WriteFile(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/folder.h"
+
 #include <string>
 
 namespace support {
@@ -9,22 +11,6 @@ struct Ran {
     int status = -1;
     std::string out;
     std::string err;
-};
-
-/// A new folder for a test, taken away at its end.
-class Folder {
-public:
-    Folder();
-    ~Folder();
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    /// Path of a file in it.
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-    const std::string& Path() const { return path_; }
-
-private:
-    std::string path_;
 };
 
 void WriteFile(const std::string& path, const std::string& text);
