@@ -31,7 +31,9 @@ Statement& Statement::operator=(Statement&& other) noexcept {
 Statement::~Statement() { GiveBack(); }
 
 void Statement::GiveBack() noexcept {
-    if (held_) engine_->GiveBack(std::move(held_));
+    if (!held_) return;
+    if (stepped_) Reset();
+    engine_->GiveBack(std::move(held_));
 }
 
 void Statement::BeforeBinding() {

@@ -60,7 +60,7 @@ TextRunner::Ready TextRunner::Prepare(const std::string& sql) {
     }
     auto statement = verdict.selects ? TryCompileSelect(sql) : engine_.TryCompile(sql, {});
     if (!statement) engine_.RaiseLast();
-    if (mayKeep) return {&kept_.Keep(dialect::Shape(sql, {}), std::move(statement)), nullptr};
+    if (mayKeep) return {kept_.Keep(dialect::Shape(sql, {}), std::move(statement)).statement.get(), nullptr};
     Compiled* const own = statement.get();
     return {own, std::move(statement)};
 }
@@ -68,9 +68,12 @@ TextRunner::Ready TextRunner::Prepare(const std::string& sql) {
 /// The statement that is kept for the text's shape, with the text's literals for parameters; none if there is none.
 Compiled* TextRunner::Kept(const std::string& sql) {
     if (sql.size() > kLongestKept || sql.find('\0') != std::string::npos) return nullptr;
-    Compiled* const kept = kept_.Find(sql, literals_);
-    if (kept) BindLiterals(*kept);
-    return kept;
+    ShapeCache::Kept* const kept = kept_.Find(sql, literals_);
+    if (!kept) return nullptr;
+    // The parameters refer to the text. It goes after the run, but the engine looks at them in a run alone, and each
+    // run begins here.
+    engine_.Bind(*kept->statement, literals_.data(), kept->shape.LiftedCount());
+    return kept->statement.get();
 }
 
 /// The same for a text of a new shape, `lifted_` being the literals that may differ. None when the shape doesn't
@@ -83,24 +86,6 @@ Compiled* TextRunner::Lifted(const std::string& sql, bool selects) {
     if (!statement || Engine::ParameterCount(*statement) != static_cast<int>(shape.LiftedCount())) return nullptr;
     kept_.Keep(std::move(shape), std::move(statement));
     return Kept(sql);
-}
-
-/// The parameters refer to the text. It goes after the run, but the engine looks at them in a run alone, and each run
-/// begins here.
-void TextRunner::BindLiterals(Compiled& statement) {
-    int parameter = 0;
-    for (const dialect::Literal& literal : literals_) {
-        ++parameter;
-        if (literal.kind == dialect::TokenKind::Integer) {
-            engine_.Bind(statement, parameter, literal.whole);
-        } else if (literal.decimal) {
-            engine_.Bind(statement, parameter, *literal.decimal);
-        } else if (literal.doubled) {
-            engine_.Bind(statement, parameter, dialect::WithSingleQuotes(literal.text), false);
-        } else {
-            engine_.Bind(statement, parameter, literal.text, true);
-        }
-    }
 }
 
 /// The compiled text, bare names that the engine calls ambiguous qualified; none when the engine refuses it. `tokens_`

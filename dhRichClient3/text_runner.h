@@ -40,7 +40,6 @@ private:
     Ready Prepare(const std::string& sql);
     Compiled* Kept(const std::string& sql);
     Compiled* Lifted(const std::string& sql, bool selects);
-    void BindLiterals(Compiled& statement);
     std::unique_ptr<Compiled> TryCompileSelect(const std::string& sql);
     std::vector<dialect::Catalogue::Column> ColumnsOf(std::string_view table);
 

@@ -30,8 +30,7 @@ bool IsCompared(const std::vector<Token>& tokens, std::size_t at) {
     return next.IsSymbol(')') || next.IsSymbol(';') || IsOneOf(next, kEndsOfTerm);
 }
 
-/// Whether what takes a decimal number's place stands for itself behind this token: it is an expression with a sign,
-/// which behind another literal or a name would go on with that. Not a minus, since minus zero is a number too.
+/// Whether a decimal number may be a parameter behind this token. Not behind a minus, since minus zero is a number too.
 bool LeadsToAnExpression(const Token& token) {
     return token.kind == TokenKind::Symbol &&
            std::string_view("(,=<>+*/").find(token.text.front()) != std::string_view::npos;
@@ -58,9 +57,12 @@ void LiftFromChange(const std::vector<Token>& tokens, std::vector<Token>& lifted
         const Token& token = tokens[at];
         if (token.IsWord("WHERE")) where = true;
         // What a decimal number is compared with would see that it isn't a literal.
-        const bool decimal =
-            token.kind == TokenKind::Decimal && !where && at > 0 && LeadsToAnExpression(tokens[at - 1]);
-        if (token.IsLiteral() || decimal) lifted.push_back(token);
+        const bool mayBeDecimal = !where && at > 0 && LeadsToAnExpression(tokens[at - 1]);
+        if (mayBeDecimal && (token.kind == TokenKind::Integer || token.kind == TokenKind::Decimal)) {
+            lifted.push_back({TokenKind::Decimal, token.text});
+        } else if (token.IsLiteral()) {
+            lifted.push_back(token);
+        }
     }
 }
 

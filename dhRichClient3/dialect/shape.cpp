@@ -5,9 +5,6 @@
 namespace dhRichClient3::dialect {
 namespace {
 
-/// The engine reads a decimal number as it reads its own literals. The sign takes the affinity of a cast off it.
-constexpr const char* kDecimalParameter = "+CAST(? AS REAL)";
-
 /// Calls `piece` with each piece of a text between the literals, the last one included, and `literal` with each
 /// literal.
 template <class Piece, class Literal>
@@ -35,7 +32,8 @@ Shape::Shape(std::string_view text, const std::vector<Token>& lifted, bool flags
 }
 
 bool Shape::Matches(std::string_view text, std::vector<Literal>& literals) const {
-    literals.clear();
+    if (literals.size() < cuts_.size()) literals.resize(cuts_.size());
+    Literal* literal = literals.data();
     std::size_t at = 0;
     std::size_t done = 0;
     const auto agrees = [&](std::size_t end) {
@@ -50,9 +48,9 @@ bool Shape::Matches(std::string_view text, std::vector<Literal>& literals) const
         return length <= 1 || std::memcmp(ours, theirs, length) == 0;
     };
     for (const auto& [end, kind] : cuts_) {
-        if (!agrees(end)) return false;
-        Literal& literal = literals.emplace_back(Literal{kind, {}});
-        if (!TakeLiteral(text, at, literal) || (flagsDiffer_ && literal.IsFlag())) return false;
+        if (!agrees(end) || !TakeLiteral(kind, text, at, *literal)) return false;
+        if (flagsDiffer_ && literal->IsFlag()) return false;
+        ++literal;
     }
     return agrees(rest_.size()) && at == text.size();
 }
@@ -60,9 +58,9 @@ bool Shape::Matches(std::string_view text, std::vector<Literal>& literals) const
 std::string Shape::Text() const {
     std::string text;
     std::size_t done = 0;
-    for (const auto& [at, kind] : cuts_) {
-        text.append(rest_, done, at - done).append(kind == TokenKind::Decimal ? kDecimalParameter : "?");
-        done = at;
+    for (const Cut& cut : cuts_) {
+        text.append(rest_, done, cut.at - done).append("?");
+        done = cut.at;
     }
     return text.append(rest_, done);
 }

@@ -19,11 +19,12 @@ public:
     /// decimal numbers. With `flagsDiffer` a text that holds a 0 or a 1 in the place of one is of another shape.
     Shape(std::string_view text, const std::vector<Token>& lifted, bool flagsDiffer = false);
 
-    /// Whether a text is of this shape; `literals` then holds what stands in the places of the lifted ones. Costs
-    /// little more than a comparison of both, and doesn't allocate once `literals` has room.
+    /// Whether a text is of this shape; `literals` then begins with what stands in the places of the lifted ones,
+    /// `LiftedCount` in all. Costs little more than a comparison of both, and doesn't allocate once `literals` has
+    /// room.
     bool Matches(std::string_view text, std::vector<Literal>& literals) const;
 
-    /// The text with a parameter for each lifted literal. A decimal number's takes its text.
+    /// The text with a parameter for each lifted literal.
     std::string Text() const;
     std::size_t LiftedCount() const { return cuts_.size(); }
 

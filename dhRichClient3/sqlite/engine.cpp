@@ -149,7 +149,6 @@ Statement Engine::Lend(std::string_view sql) {
 }
 
 void Engine::GiveBack(std::unique_ptr<Compiled> statement) noexcept {
-    Reset(*statement);
     ClearParameters(*statement);
     own_.Put(std::move(statement));
 }
@@ -178,6 +177,29 @@ int Engine::ParameterCount(const Compiled& statement) { return sqlite3_bind_para
 void Engine::Reset(Compiled& statement) noexcept { sqlite3_reset(statement.handle); }
 
 void Engine::ClearParameters(Compiled& statement) noexcept { sqlite3_clear_bindings(statement.handle); }
+
+void Engine::Bind(Compiled& statement, const dialect::Literal* literals, std::size_t count) {
+    int parameter = 0;
+    for (const dialect::Literal* literal = literals; literal != literals + count; ++literal) {
+        ++parameter;
+        if (literal->kind == dialect::TokenKind::Integer) {
+            Bind(statement, parameter, literal->whole);
+        } else if (literal->kind == dialect::TokenKind::Decimal) {
+            Bind(statement, parameter, literal->exact ? literal->decimal : NumberIn(literal->text));
+        } else if (literal->doubled) {
+            Bind(statement, parameter, dialect::WithSingleQuotes(literal->text), false);
+        } else {
+            Bind(statement, parameter, literal->text, true);
+        }
+    }
+}
+
+double Engine::NumberIn(std::string_view decimal) {
+    const OpenedDoor opened(*this);
+    Statement read = Lend("SELECT CAST(?1 AS REAL)");
+    read.BindKept(1, decimal).Step();
+    return read.Real(0);
+}
 
 bool Engine::Step(Compiled& statement) {
     const int code = sqlite3_step(statement.handle);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dhRichClient3/connection.h"
+#include "dhRichClient3/dialect/literal.h"
 #include "dhRichClient3/sqlite/compiled.h"
 #include "dhRichClient3/statement_cache.h"
 
@@ -63,6 +64,7 @@ public:
     /// Lends a statement of the library's own, from the cache if it is there.
     Statement Lend(std::string_view sql);
     void GiveBack(std::unique_ptr<Compiled> statement) noexcept;
+    /// Takes a statement back that stands before its first row.
 
     void Bind(Compiled& statement, int parameter, std::int64_t value);
     void Bind(Compiled& statement, int parameter, double value);
@@ -70,6 +72,10 @@ public:
     void Bind(Compiled& statement, int parameter, std::string_view value, bool keep);
     void BindNull(Compiled& statement, int parameter);
     static int ParameterCount(const Compiled& statement);
+    /// Binds literals to the parameters from the first one on. Their texts must outlive the run.
+    void Bind(Compiled& statement, const dialect::Literal* literals, std::size_t count);
+    /// What the engine makes of the text of a decimal number.
+    double NumberIn(std::string_view decimal);
     static void Reset(Compiled& statement) noexcept;
     static void ClearParameters(Compiled& statement) noexcept;
 

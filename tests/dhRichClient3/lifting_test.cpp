@@ -29,8 +29,8 @@ struct Case {
 TEST(Lifting, TakesFromAChangeWhateverMayDiffer) {
     const Case cases[] = {
         {"  INSERT Into t (a ,b) VALUES (5,'x''y')", "  INSERT Into t (a ,b) VALUES (?,?)"},
-        {"INSERT INTO t VALUES(2.5,1E-05,-3,-2.5)", "INSERT INTO t VALUES(+CAST(? AS REAL),+CAST(? AS REAL),-?,-2.5)"},
-        {"UPDATE t SET a = a +12.5, b='x' WHERE c =7", "UPDATE t SET a = a ++CAST(? AS REAL), b=? WHERE c =?"},
+        {"INSERT INTO t VALUES(2.5,1E-05,-3,-2.5)", "INSERT INTO t VALUES(?,?,-?,-2.5)"},
+        {"UPDATE t SET a = a +12.5, b='x' WHERE c =7", "UPDATE t SET a = a +?, b=? WHERE c =?"},
         {"UPDATE t SET a=1 WHERE c =7.5", "UPDATE t SET a=? WHERE c =7.5"},
         {"DELETE FROM t WHERE a=1 AND b IN ('x',0)", "DELETE FROM t WHERE a=? AND b IN (?,?)"},
     };
@@ -53,7 +53,7 @@ TEST(Lifting, LeavesAChangeAloneWhoseLiteralsMayMatter) {
 TEST(Lifting, LeavesADecimalNumberThatNoOperatorLeadsTo) {
     const Case cases[] = {
         {"INSERT INTO t VALUES(''.35,'x')", "INSERT INTO t VALUES(?.35,?)"},
-        {"INSERT INTO t VALUES(2.5.5)", "INSERT INTO t VALUES(+CAST(? AS REAL).5)"},
+        {"INSERT INTO t VALUES(2.5.5)", "INSERT INTO t VALUES(?.5)"},
         {"UPDATE t SET a=abs.5", "UPDATE t SET a=abs.5"},
         {"UPDATE t SET a=(b).5", "UPDATE t SET a=(b).5"},
         {"UPDATE t SET a=b-2.5", "UPDATE t SET a=b-2.5"},
@@ -118,8 +118,10 @@ TEST(Lifting, MoreLiteralsThanAStatementHasParametersStay) {
 
 /// Whether the second text is of the first one's shape, and with which literals.
 std::string LiteralsOf(const std::string& first, const std::string& second) {
+    const Shape shape = ShapeFor(first);
     std::vector<Literal> literals;
-    if (!ShapeFor(first).Matches(second, literals)) return "another shape";
+    if (!shape.Matches(second, literals)) return "another shape";
+    literals.resize(shape.LiftedCount());
     std::string joined;
     for (const Literal& literal : literals)
         joined += (joined.empty() ? "" : " ") + std::string(literal.text);
@@ -133,8 +135,7 @@ TEST(Shape, MatchesTextsThatDifferInTheLiftedLiteralsAlone) {
         {"INSERT INTO t VALUES(70,'it''s ''',.5)", "70 it''s '' .5"},
         {"INSERT INTO t VALUES(0,'',1E-05)", "0  1E-05"},
         {"INSERT INTO t VALUES('5','x',1.5)", "another shape"},
-        {"INSERT INTO t VALUES(5.0,'x',1.5)", "another shape"},
-        {"INSERT INTO t VALUES(5,'x',1)", "another shape"},
+        {"INSERT INTO t VALUES(5.0,'x',1)", "5.0 x 1"},
         {"INSERT INTO t VALUES(5,'x''',1.5", "another shape"},
         {"INSERT INTO t VALUES(5,'x',1.5))", "another shape"},
         {"INSERT INTO t VALUES(5,'x' ,1.5)", "another shape"},
@@ -148,6 +149,13 @@ TEST(Shape, MatchesTextsThatDifferInTheLiftedLiteralsAlone) {
     };
     for (const auto& [text, literals] : cases)
         EXPECT_EQ(LiteralsOf(insert, text), literals) << text;
+}
+
+TEST(Shape, ANumberIsOfOneKindWhereADecimalOneIsNotLifted) {
+    const std::string update = "UPDATE t SET a=5,b=-3 WHERE c =7";
+    EXPECT_EQ(LiteralsOf(update, "UPDATE t SET a=2.5,b=-3 WHERE c =7"), "2.5 3 7");
+    EXPECT_EQ(LiteralsOf(update, "UPDATE t SET a=5,b=-2.5 WHERE c =7"), "another shape");
+    EXPECT_EQ(LiteralsOf(update, "UPDATE t SET a=5,b=-3 WHERE c =7.0"), "another shape");
 }
 
 TEST(Shape, AFlagInASelectIsOfAnotherShape) {

@@ -25,6 +25,7 @@ TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
         {TokenKind::Integer, "5.5", "5", ".5"},
         {TokenKind::Integer, "999999999999999999", "999999999999999999", ""},
         {TokenKind::Decimal, "2.5,", "2.5", ","},
+        {TokenKind::Decimal, "007)", "007", ")"},
         {TokenKind::Decimal, ".5", ".5", ""},
         {TokenKind::Decimal, "5.", "5.", ""},
         {TokenKind::Decimal, "1E-05 ", "1E-05", " "},
@@ -32,8 +33,8 @@ TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
     };
     for (const LiteralCase& each : cases) {
         std::size_t at = 0;
-        Literal literal{each.kind, {}};
-        ASSERT_TRUE(TakeLiteral(each.text, at, literal)) << each.text;
+        Literal literal;
+        ASSERT_TRUE(TakeLiteral(each.kind, each.text, at, literal)) << each.text;
         EXPECT_EQ(literal.text, each.taken);
         EXPECT_EQ(each.text.substr(at), each.left);
     }
@@ -41,17 +42,23 @@ TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
 
 TEST(LiteralTest, IsNoneWhereNothingOfItsKindBegins) {
     const LiteralCase cases[] = {
-        {TokenKind::String, "", {}, {}},      {TokenKind::String, "abc'", {}, {}},
-        {TokenKind::String, "'abc", {}, {}},  {TokenKind::String, "'abc''", {}, {}},
-        {TokenKind::Integer, "x", {}, {}},    {TokenKind::Integer, "1000000000000000000", {}, {}},
-        {TokenKind::Decimal, "5", {}, {}},    {TokenKind::Decimal, ".", {}, {}},
-        {TokenKind::Decimal, "1e", {}, {}},   {TokenKind::Decimal, "1.5e+", {}, {}},
-        {TokenKind::Decimal, "-1.5", {}, {}}, {TokenKind::Decimal, "e5", {}, {}},
+        {TokenKind::String, "", {}, {}},
+        {TokenKind::String, "abc'", {}, {}},
+        {TokenKind::String, "'abc", {}, {}},
+        {TokenKind::String, "'abc''", {}, {}},
+        {TokenKind::Integer, "x", {}, {}},
+        {TokenKind::Integer, "1000000000000000000", {}, {}},
+        {TokenKind::Decimal, "1000000000000000000", {}, {}},
+        {TokenKind::Decimal, ".", {}, {}},
+        {TokenKind::Decimal, "1e", {}, {}},
+        {TokenKind::Decimal, "1.5e+", {}, {}},
+        {TokenKind::Decimal, "-1.5", {}, {}},
+        {TokenKind::Decimal, "e5", {}, {}},
     };
     for (const LiteralCase& each : cases) {
         std::size_t at = 0;
-        Literal literal{each.kind, {}};
-        EXPECT_FALSE(TakeLiteral(each.text, at, literal)) << each.text;
+        Literal literal;
+        EXPECT_FALSE(TakeLiteral(each.kind, each.text, at, literal)) << each.text;
     }
 }
 
@@ -67,20 +74,20 @@ TEST(LiteralTest, KnowsItsValueWhereEveryReaderGetsTheSame) {
     };
     for (const auto& [text, value] : cases) {
         std::size_t at = 0;
-        Literal literal{TokenKind::Decimal, {}};
-        ASSERT_TRUE(TakeLiteral(text, at, literal));
-        EXPECT_EQ(literal.decimal, value) << text;
+        Literal literal;
+        ASSERT_TRUE(TakeLiteral(TokenKind::Decimal, text, at, literal));
+        EXPECT_EQ(literal.exact ? std::optional(literal.decimal) : std::nullopt, value) << text;
     }
     std::size_t at = 0;
-    Literal whole{TokenKind::Integer, {}};
-    ASSERT_TRUE(TakeLiteral("00123456789012345", at, whole));
+    Literal whole;
+    ASSERT_TRUE(TakeLiteral(TokenKind::Integer, "00123456789012345", at, whole));
     EXPECT_EQ(whole.whole, 123456789012345);
 }
 
 TEST(LiteralTest, DoubledQuotesMeanOne) {
     std::size_t at = 0;
-    Literal literal{TokenKind::String, {}};
-    ASSERT_TRUE(TakeLiteral("'it''s ''it'''", at, literal));
+    Literal literal;
+    ASSERT_TRUE(TakeLiteral(TokenKind::String, "'it''s ''it'''", at, literal));
     EXPECT_TRUE(literal.doubled);
     EXPECT_EQ(WithSingleQuotes(literal.text), "it's 'it'");
 }

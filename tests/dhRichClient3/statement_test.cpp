@@ -5,6 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+#include <string>
+
 namespace dhRichClient3 {
 namespace {
 
@@ -186,6 +189,33 @@ TEST_F(Shapes, SelectsAreCompiledOncePerShape) {
     EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =1"), 1);
     EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =1"), 0);
     EXPECT_EQ(CompiledFor("SELECT a FROM t WHERE a =0"), 1);
+}
+
+TEST_F(Shapes, AWholeNumberAndADecimalOneAreOfOneShape) {
+    EXPECT_EQ(CompiledFor("INSERT INTO t VALUES(1,2.5)"), 1);
+    EXPECT_EQ(CompiledFor("INSERT INTO t VALUES(2,3)"), 0);
+    EXPECT_EQ(CompiledFor("UPDATE t SET b=b +1 WHERE a=2"), 1);
+    EXPECT_EQ(CompiledFor("UPDATE t SET b=b +0.5 WHERE a=1"), 0);
+    EXPECT_THAT(RowsOf(connection, "SELECT quote(b), typeof(b) FROM t ORDER BY a"),
+                ElementsAre("3.0|real", "4|integer"));
+}
+
+TEST_F(Shapes, MoreThanAreKeptStayRight) {
+    const auto insert = [](std::size_t blanks, int key) {
+        return "INSERT INTO t VALUES(" + std::string(blanks, ' ') + std::to_string(key) + ",'x')";
+    };
+    std::mt19937 random(5);
+    int rows = 0;
+    for (int round = 0; round < 3; ++round) {
+        for (std::size_t blanks = 0; blanks < 300; ++blanks) {
+            connection->Ejecutar(insert(blanks, ++rows));
+            connection->Ejecutar(insert(random() % 300, ++rows));
+        }
+    }
+    EXPECT_THAT(RowsOf(connection, "SELECT count(*), count(DISTINCT a), min(b), max(b) FROM t"),
+                ElementsAre("1800|1800|x|x"));
+    EXPECT_EQ(CompiledFor(insert(299, 0)), 0);
+    EXPECT_EQ(CompiledFor(insert(301, 0)), 1);
 }
 
 TEST_F(Shapes, AQuoteInALiteralEndsItAsInTheText) {
