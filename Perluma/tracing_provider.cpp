@@ -42,11 +42,11 @@ public:
         Announce(sql);
         inner_->Ejecutar(sql);
     }
-    void Fetch(const std::string& sql, dhRichClient3::RowStore& rows) override {
+    std::shared_ptr<const dhRichClient3::RowStore> Fetch(const std::string& sql) override {
         Announce(sql);
         auto* const source = dynamic_cast<dhRichClient3::RowSource*>(inner_.get());
         if (source == nullptr) Zontara::Raise(Zontara::RunTimeError::ObjectNotSet);
-        source->Fetch(sql, rows);
+        return source->Fetch(sql);
     }
 
 private:

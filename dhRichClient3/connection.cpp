@@ -65,7 +65,7 @@ void Connection::RevertirTrans(const std::string&, std::int32_t) {
 
 void Connection::Ejecutar(const std::string& sql) { parts_->texts.Execute(sql); }
 
-void Connection::Fetch(const std::string& sql, RowStore& rows) { rows = parts_->texts.Fetch(sql); }
+std::shared_ptr<const RowStore> Connection::Fetch(const std::string& sql) { return parts_->texts.Fetch(sql); }
 
 void Connection::RunScript(std::string_view sql) {
     const bool changes = ChangesSchema(sql);
@@ -97,5 +97,7 @@ void Connection::WatchCommit(std::function<void()> beforeCommit, std::function<v
 }
 
 std::int64_t Connection::Compilations() const { return parts_->engine->Compilations(); }
+
+std::int64_t Connection::Remembered() const { return parts_->texts.Remembered(); }
 
 }  // namespace dhRichClient3

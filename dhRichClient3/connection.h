@@ -36,9 +36,9 @@ struct Options {
 class RowSource {
 public:
     virtual ~RowSource() = default;
-    /// Runs one statement that gives rows and puts all of them into `rows`, whose former content goes. On failure the
-    /// store is as it was. Errors as `Connection::Ejecutar`, and 18 for rows that take more memory than the limit.
-    virtual void Fetch(const std::string& sql, RowStore& rows) = 0;
+    /// Runs one statement that gives rows and gives all of them; several may share them. Errors as
+    /// `Connection::Ejecutar`, and 18 for rows that take more memory than the limit.
+    virtual std::shared_ptr<const RowStore> Fetch(const std::string& sql) = 0;
 };
 
 /// One open database: a file or, with the path ":memory:", a database that lives as long as the connection.
@@ -86,7 +86,9 @@ public:
     /// when the transaction that is meant was lost, 9 when it takes more steps than the limit, 18 for a value of more
     /// than 256 MiB, else the engine's.
     void Ejecutar(const std::string& sql) override;
-    void Fetch(const std::string& sql, RowStore& rows) override;
+    /// Inside a transaction, a question that was asked before is answered with the rows read then, as long as they are
+    /// what it would give: small ones, of tables that nothing has changed since, and with no look at the clock.
+    std::shared_ptr<const RowStore> Fetch(const std::string& sql) override;
 
     /// The administrator's door: runs several statements, DDL and PRAGMA included, and reads columns and marks again
     /// afterwards. Joins the open transaction. Stops at the first failure; outside a transaction what ran before it
@@ -111,6 +113,8 @@ public:
 
     /// How often a text was compiled since the database was opened: a measure of what the statement cache saves.
     std::int64_t Compilations() const;
+    /// How many questions were answered with rows that had been read before.
+    std::int64_t Remembered() const;
 
 private:
     struct Parts;

@@ -22,19 +22,25 @@ constexpr std::string_view kSource = "dhRichClient3";
     Zontara::RaiseError(static_cast<std::int32_t>(error), std::string(kSource), Zontara::TextOf(error) + detail);
 }
 
+/// Those of a recordset that was never opened.
+const std::shared_ptr<const RowStore>& NoRows() {
+    static const auto none = std::make_shared<const RowStore>();
+    return none;
+}
+
 /// The rows of one opening and the row that the cursor stands on; shared by the recordset and its fields.
 struct Rows {
-    RowStore store;
+    std::shared_ptr<const RowStore> store = NoRows();
     std::size_t current = 0;
 
     std::size_t PositionOf(std::string_view name) const {
-        const std::size_t position = store.Find(name);
+        const std::size_t position = store->Find(name);
         if (position == RowStore::kNone) RaiseFrom(RunTimeError::NoSuchField, ": " + std::string(name));
         return position;
     }
     Value At(std::size_t column) const {
-        if (current >= store.Rows()) RaiseFrom(RunTimeError::NoCurrentRow, "");
-        return store.At(current, column);
+        if (current >= store->Rows()) RaiseFrom(RunTimeError::NoCurrentRow, "");
+        return store->At(current, column);
     }
 };
 
@@ -58,7 +64,7 @@ public:
     Ref<Zontara::Campo> Item(const Value& name) override {
         const std::size_t column = name.Is<std::string>() ? rows_->PositionOf(name.Get<std::string>())
                                                           : rows_->PositionOf(Zontara::ConvertTo<std::string>(name));
-        fields_.resize(rows_->store.Columns());
+        fields_.resize(rows_->store->Columns());
         auto& field = fields_[column];
         if (!field) field = std::make_shared<Field>(rows_, column);
         return field;
@@ -78,12 +84,6 @@ RowSource* SourceOf(Zontara::Conexion* connection) {
     return dynamic_cast<RowSource*>(connection);
 }
 
-/// The rows of a recordset that was never opened.
-const std::shared_ptr<Rows>& NoRows() {
-    static const auto none = std::make_shared<Rows>();
-    return none;
-}
-
 class MemoryRecordset final : public Zontara::Recordset {
 public:
     void ConexionActiva(const Ref<Zontara::Conexion>& conexion) override { connection_ = conexion; }
@@ -92,18 +92,22 @@ public:
     void Abrir(const std::string&, const Value&, std::int32_t) override {
         RowSource* const source = SourceOf(connection_.get());
         if (source == nullptr) RaiseFrom(RunTimeError::ObjectNotSet, ": the recordset has no connection to open it on");
-        auto rows = std::make_shared<Rows>();
-        source->Fetch(sql_, rows->store);
-        rows_ = std::move(rows);
-        if (fields_) fields_->Show(rows_);
+        auto fetched = source->Fetch(sql_);
+        if (fields_) {
+            // Fields that a client keeps stay with the rows that they were found in.
+            rows_ = std::make_shared<Rows>();
+            fields_->Show(rows_);
+        }
+        rows_->store = std::move(fetched);
+        rows_->current = 0;
     }
 
-    std::int32_t TotalRegistros() const override { return Zontara::NarrowToInt32(Count(rows_->store.Rows())); }
+    std::int32_t TotalRegistros() const override { return Zontara::NarrowToInt32(Count(rows_->store->Rows())); }
     void MoverPrimero() override { rows_->current = 0; }
     void MoverSiguiente() override {
         if (!FinDeDatos()) ++rows_->current;
     }
-    bool FinDeDatos() const override { return rows_->current >= rows_->store.Rows(); }
+    bool FinDeDatos() const override { return rows_->current >= rows_->store->Rows(); }
     Ref<Zontara::Campos> LosCampos() override {
         if (!fields_) {
             fields_ = std::make_shared<Fields>();
@@ -113,9 +117,9 @@ public:
     }
 
     Value Valor(std::string_view campo) const override { return rows_->At(rows_->PositionOf(campo)); }
-    std::int32_t TotalColumnas() const override { return static_cast<std::int32_t>(rows_->store.Columns()); }
+    std::int32_t TotalColumnas() const override { return static_cast<std::int32_t>(rows_->store->Columns()); }
     std::string NombreColumna(std::int32_t posicion) const override {
-        return rows_->store.ColumnName(Checked(posicion));
+        return rows_->store->ColumnName(Checked(posicion));
     }
     Value ValorEn(std::int32_t posicion) const override { return rows_->At(Checked(posicion)); }
 
@@ -130,7 +134,7 @@ private:
 
     Ref<Zontara::Conexion> connection_;
     std::string sql_;
-    std::shared_ptr<Rows> rows_ = NoRows();
+    std::shared_ptr<Rows> rows_ = std::make_shared<Rows>();
     /// Made when they are asked for.
     Ref<Fields> fields_;
 };

@@ -2,9 +2,11 @@
 
 #include "dhRichClient3/dialect/catalogue.h"
 #include "dhRichClient3/dialect/tokens.h"
+#include "dhRichClient3/remembered_rows.h"
 #include "dhRichClient3/shape_cache.h"
 #include "dhRichClient3/sqlite/compiled.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -24,7 +26,10 @@ public:
     explicit TextRunner(Engine& engine);
 
     void Execute(const std::string& sql);
-    RowStore Fetch(const std::string& sql);
+    /// All rows of a statement. Inside a transaction they may be those that were read for the same text before.
+    std::shared_ptr<const RowStore> Fetch(const std::string& sql);
+    /// How often they were.
+    std::int64_t Remembered() const { return remembered_; }
 
     /// Forgets what was kept and read of the schema, and sees whether there are partial indexes. Columns and marks of a
     /// table are read when a bare name may be one of its columns.
@@ -45,6 +50,8 @@ private:
 
     Engine& engine_;
     ShapeCache kept_;
+    RememberedRows answers_;
+    std::int64_t remembered_ = 0;
     dialect::Catalogue catalogue_;
     bool partialIndexes_ = false;
     /// Bare names that SQLite calls ambiguous, by the shape of the text.

@@ -10,9 +10,6 @@ constexpr std::string_view kFunctions[] = {
     "char", "coalesce", "format", "glob", "hex", "ifnull", "iif", "instr", "length", "like", "likelihood", "likely",
     "lower", "ltrim", "nullif", "printf", "quote", "replace", "rtrim", "soundex", "substr", "substring", "trim",
     "typeof", "unicode", "unlikely", "upper", "zeroblob",
-    // dates
-    "current_date", "current_time", "current_timestamp", "date", "datetime", "julianday", "strftime", "time",
-    "unixepoch",
     // numbers
     "abs", "acos", "acosh", "asin", "asinh", "atan", "atan2", "atanh", "ceil", "ceiling", "cos", "cosh", "degrees",
     "exp", "floor", "ln", "log", "log10", "log2", "mod", "pi", "pow", "power", "radians", "round", "sign", "sin",
@@ -24,6 +21,11 @@ constexpr std::string_view kFunctions[] = {
     "->", "->>", "json", "json_array", "json_array_length", "json_each", "json_extract", "json_group_array",
     "json_group_object", "json_insert", "json_object", "json_patch", "json_quote", "json_remove", "json_replace",
     "json_set", "json_tree", "json_type", "json_valid"};
+
+/// Of dates; they know what "now" is.
+constexpr std::string_view kTimeFunctions[] = {"current_date", "current_time", "current_timestamp",
+                                               "date",         "datetime",     "julianday",
+                                               "strftime",     "time",         "unixepoch"};
 
 /// What reaches files or the engine's inside where an engine has it; refused before any engine is asked.
 constexpr std::string_view kForbiddenCalls[] = {"load_extension", "readfile", "writefile", "edit",
@@ -178,7 +180,9 @@ Verdict Judge(std::string_view text, const std::vector<Token>& tokens) {
     return verdict;
 }
 
-bool MayCall(std::string_view function) { return Contains(kFunctions, function); }
+bool MayCall(std::string_view function) { return Contains(kFunctions, function) || AsksTime(function); }
+
+bool AsksTime(std::string_view function) { return Contains(kTimeFunctions, function); }
 
 bool MayRead(std::string_view table) { return !HasPrefix(table, "pragma_") && !Contains(kInsideTables, table); }
 

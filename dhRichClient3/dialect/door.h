@@ -33,6 +33,9 @@ Verdict Judge(std::string_view text, const std::vector<Token>& tokens);
 /// None that gives something else at each call or tells about the connection.
 bool MayCall(std::string_view function);
 
+/// Whether a function may give something else at a later time: it reads the clock, or may be told to.
+bool AsksTime(std::string_view function);
+
 /// Whether a statement may name a table at all: no PRAGMA in the guise of a table, nothing of the engine's inside.
 bool MayRead(std::string_view table);
 

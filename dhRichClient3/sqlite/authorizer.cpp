@@ -3,6 +3,9 @@
 
 #include <sqlite3.h>
 
+#include <new>
+#include <string>
+
 /// The second lock: the engine itself asks it about everything that a statement would do.
 namespace dhRichClient3 {
 
@@ -24,13 +27,39 @@ const char* Engine::ReasonAgainst(int action, const char* first, const char* sec
     }
 }
 
+/// Triggers and views are asked about as if their statements stood in the text.
+void Engine::NoteReach(int action, const char* first, const char* second) noexcept {
+    if (!compiling_) compiledAnew_ = true;
+    switch (action) {
+        case SQLITE_READ:
+            if (first) reach_.reads |= changes_.Bit(first);
+            break;
+        case SQLITE_INSERT:
+        case SQLITE_UPDATE:
+        case SQLITE_DELETE:
+            if (first) reach_.writes |= changes_.Bit(first);
+            break;
+        case SQLITE_FUNCTION:
+            if (second && dialect::AsksTime(second)) reach_.asksTime = true;
+            break;
+        default:
+            break;
+    }
+}
+
 int Engine::Authorize(void* self, int action, const char* first, const char* second, const char*, const char*) {
     auto& engine = *static_cast<Engine*>(self);
+    engine.NoteReach(action, first, second);
     if (!engine.doorClosed_) return SQLITE_OK;
     const char* const reason = engine.ReasonAgainst(action, first, second);
     if (!reason) return SQLITE_OK;
     const char* const name = action == SQLITE_FUNCTION ? second : first;
-    engine.refusal_ = name ? std::string(reason) + " (" + name + ")." : std::string(reason) + ".";
+    try {
+        engine.refusal_ = name ? std::string(reason) + " (" + name + ")." : std::string(reason) + ".";
+    } catch (const std::bad_alloc&) {
+        // Nothing may be thrown through the engine, whose own words must do then.
+        engine.refusal_.clear();
+    }
     return SQLITE_DENY;
 }
 

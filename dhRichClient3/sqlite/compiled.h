@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dhRichClient3/sqlite/table_changes.h"
+
 #include <memory>
 #include <string>
 #include <utility>
@@ -19,6 +21,7 @@ struct Compiled {
 
     std::string text;
     sqlite3_stmt* handle;
+    Reach reach;
     /// The names of its columns, once it gave rows, and how often the engine had compiled it anew by then.
     std::shared_ptr<const ColumnNames> columns;
     int timesCompiledAnew = 0;

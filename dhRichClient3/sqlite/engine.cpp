@@ -118,16 +118,22 @@ void Engine::StartRun() {
     refusal_.clear();
 }
 
+bool Engine::Compile(const char* sql, int length, unsigned flags, Compiled& into, const char*& tail) {
+    ++compilations_;
+    reach_ = {};
+    compiling_ = true;
+    const int code = sqlite3_prepare_v3(database_, sql, length, flags, &into.handle, &tail);
+    compiling_ = false;
+    into.reach = std::exchange(reach_, {});
+    return code == SQLITE_OK;
+}
+
 std::unique_ptr<Compiled> Engine::TryCompile(const std::string& sql, std::string_view key) {
     refusal_.clear();
-    ++compilations_;
     auto compiled = std::make_unique<Compiled>(std::string(key), nullptr);
     const char* tail = nullptr;
     const int length = sql.size() < kLongestStatement ? static_cast<int>(sql.size()) + 1 : kLongestStatement + 1;
-    if (sqlite3_prepare_v3(database_, sql.c_str(), length, SQLITE_PREPARE_PERSISTENT, &compiled->handle, &tail) !=
-        SQLITE_OK) {
-        return nullptr;
-    }
+    if (!Compile(sql.c_str(), length, SQLITE_PREPARE_PERSISTENT, *compiled, tail)) return nullptr;
     if (!compiled->handle) RaiseCode(SQLITE_AUTH, "There is no statement in the text.");
     if (*tail != '\0' && !HoldsNothing(tail)) {
         RaiseCode(SQLITE_AUTH, "More than one statement in the text: give them one at a time.");
@@ -172,12 +178,6 @@ void Engine::BindNull(Compiled& statement, int parameter) {
     if (sqlite3_bind_null(statement.handle, parameter) != SQLITE_OK) RaiseLast();
 }
 
-int Engine::ParameterCount(const Compiled& statement) { return sqlite3_bind_parameter_count(statement.handle); }
-
-void Engine::Reset(Compiled& statement) noexcept { sqlite3_reset(statement.handle); }
-
-void Engine::ClearParameters(Compiled& statement) noexcept { sqlite3_clear_bindings(statement.handle); }
-
 void Engine::Bind(Compiled& statement, const dialect::Literal* literals, std::size_t count) {
     int parameter = 0;
     for (const dialect::Literal* literal = literals; literal != literals + count; ++literal) {
@@ -201,8 +201,23 @@ double Engine::NumberIn(std::string_view decimal) {
     return read.Real(0);
 }
 
+int Engine::ParameterCount(const Compiled& statement) { return sqlite3_bind_parameter_count(statement.handle); }
+
+void Engine::Reset(Compiled& statement) noexcept { sqlite3_reset(statement.handle); }
+
+void Engine::ClearParameters(Compiled& statement) noexcept { sqlite3_clear_bindings(statement.handle); }
+
+/// A statement that was compiled anew may reach further, by a new trigger or view; and so may what isn't run now.
+void Engine::NoteNewReach(Compiled& statement) {
+    compiledAnew_ = false;
+    statement.reach.Add(std::exchange(reach_, {}));
+    changes_.ChangedAll();
+}
+
 bool Engine::Step(Compiled& statement) {
+    if (statement.reach.writes != 0) changes_.Changed(statement.reach.writes);
     const int code = sqlite3_step(statement.handle);
+    if (compiledAnew_) NoteNewReach(statement);
     if (code == SQLITE_ROW) return true;
     sqlite3_reset(statement.handle);
     if (code != SQLITE_DONE) RaiseLast();
@@ -230,12 +245,11 @@ void Engine::RunScript(std::string_view sql) {
     if (sql.find('\0') != std::string_view::npos) RaiseCode(SQLITE_AUTH, "There is a NUL character in the text.");
     RequireTransaction();
     const std::string script(sql);
+    changes_.ChangedAll();
     for (const char* next = script.c_str(); *next != '\0';) {
-        sqlite3_stmt* handle = nullptr;
-        ++compilations_;
-        if (sqlite3_prepare_v2(database_, next, -1, &handle, &next) != SQLITE_OK) RaiseLast();
-        if (!handle) continue;
-        Compiled statement({}, handle);
+        Compiled statement({}, nullptr);
+        if (!Compile(next, -1, 0, statement, next)) RaiseLast();
+        if (!statement.handle) continue;
         StartRun();
         while (Step(statement)) {
         }

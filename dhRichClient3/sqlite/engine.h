@@ -3,6 +3,7 @@
 #include "dhRichClient3/connection.h"
 #include "dhRichClient3/dialect/literal.h"
 #include "dhRichClient3/sqlite/compiled.h"
+#include "dhRichClient3/sqlite/table_changes.h"
 #include "dhRichClient3/statement_cache.h"
 
 #include <chrono>
@@ -63,19 +64,19 @@ public:
     std::unique_ptr<Compiled> Compile(const std::string& sql);
     /// Lends a statement of the library's own, from the cache if it is there.
     Statement Lend(std::string_view sql);
-    void GiveBack(std::unique_ptr<Compiled> statement) noexcept;
     /// Takes a statement back that stands before its first row.
+    void GiveBack(std::unique_ptr<Compiled> statement) noexcept;
 
     void Bind(Compiled& statement, int parameter, std::int64_t value);
     void Bind(Compiled& statement, int parameter, double value);
     /// `keep`: the text outlives the run of the statement, so that it needn't be copied.
     void Bind(Compiled& statement, int parameter, std::string_view value, bool keep);
     void BindNull(Compiled& statement, int parameter);
-    static int ParameterCount(const Compiled& statement);
     /// Binds literals to the parameters from the first one on. Their texts must outlive the run.
     void Bind(Compiled& statement, const dialect::Literal* literals, std::size_t count);
     /// What the engine makes of the text of a decimal number.
     double NumberIn(std::string_view decimal);
+    static int ParameterCount(const Compiled& statement);
     static void Reset(Compiled& statement) noexcept;
     static void ClearParameters(Compiled& statement) noexcept;
 
@@ -92,10 +93,15 @@ public:
     void Commit();
     void Rollback();
     bool InTransaction() const;
+    /// Whether nobody else can change what statements read, until the transaction ends.
+    bool IsAlone() const;
     bool TransactionMeant() const { return meant_; }
     /// Error 4 when the transaction that is meant is no longer there.
     void RequireTransaction() const;
 
+    /// When tables were changed: by statements of this connection, and by others as far as the beginning of a
+    /// transaction has to know.
+    const TableChanges& Changes() const { return changes_; }
     std::int64_t RowsChanged() const;
     std::int64_t Compilations() const { return compilations_; }
 
@@ -111,7 +117,12 @@ private:
     static int Progress(void* self);
     static int WaitForOthers(void* self, int tries);
     const char* ReasonAgainst(int action, const char* first, const char* second) const;
+    void NoteReach(int action, const char* first, const char* second) noexcept;
+    void NoteNewReach(Compiled& statement);
+    std::uint32_t DataVersion() const;
     void RunOwn(std::string_view sql);
+    /// Compiles the first statement of a text; false when the engine refuses it.
+    bool Compile(const char* sql, int length, unsigned flags, Compiled& into, const char*& tail);
 
     sqlite3* database_;
     StatementCache<Compiled> own_;
@@ -120,6 +131,14 @@ private:
     std::int64_t stepsPerCall_;
     std::int64_t steps_ = 0;
     std::int64_t compilations_ = 0;
+    TableChanges changes_;
+    /// What is compiled just now reaches that far.
+    Reach reach_;
+    /// The engine compiled a statement anew by itself, since the schema was changed.
+    bool compiledAnew_ = false;
+    bool compiling_ = false;
+    /// `DataVersion` at the end of the latest transaction.
+    std::uint32_t versionAtEnd_ = 0;
     /// Why the second lock refused what was compiled last; empty if it didn't.
     std::string refusal_;
     /// How long to wait for others that hold the database, and since when it is waited.

@@ -20,11 +20,21 @@ void Engine::Begin() {
     RequireTransaction();
     meant_ = true;
     RunOwn("BEGIN IMMEDIATE");
+    // From here to the end nobody else changes anything.
+    if (DataVersion() != versionAtEnd_) changes_.ChangedAll();
+}
+
+/// Another number when the database was changed since by anyone.
+std::uint32_t Engine::DataVersion() const {
+    std::uint32_t version = 0;
+    sqlite3_file_control(database_, "main", SQLITE_FCNTL_DATA_VERSION, &version);
+    return version;
 }
 
 void Engine::Commit() {
     RequireTransaction();
     RunOwn("COMMIT");
+    versionAtEnd_ = DataVersion();
     meant_ = false;
 }
 
@@ -34,10 +44,16 @@ void Engine::Rollback() {
     } catch (const Zontara::RaisedError&) {
         if (InTransaction()) throw;
     }
+    changes_.ChangedAll();
     meant_ = false;
 }
 
 bool Engine::InTransaction() const { return sqlite3_get_autocommit(database_) == 0; }
+
+bool Engine::IsAlone() const {
+    // An attached database, behind the main and the temporary one, is left to others until something is read from it.
+    return InTransaction() && sqlite3_db_name(database_, 2) == nullptr;
+}
 
 void Engine::RequireTransaction() const {
     if (!meant_ || InTransaction()) return;

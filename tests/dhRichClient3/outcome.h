@@ -40,6 +40,8 @@ public:
     Plain(const Plain&) = delete;
     Plain& operator=(const Plain&) = delete;
 
+    void Script(const std::string& script) { sqlite3_exec(database_, script.c_str(), nullptr, nullptr, nullptr); }
+
     Outcome Run(const std::string& text) {
         Outcome outcome;
         sqlite3_stmt* statement = nullptr;

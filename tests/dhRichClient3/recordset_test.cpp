@@ -183,9 +183,9 @@ public:
     void ConfirmarTrans(const std::string& texto) override { inner_->ConfirmarTrans(texto); }
     void RevertirTrans(const std::string& texto, std::int32_t modo) override { inner_->RevertirTrans(texto, modo); }
     void Ejecutar(const std::string& sql) override { inner_->Ejecutar(sql); }
-    void Fetch(const std::string& sql, RowStore& store) override {
+    std::shared_ptr<const RowStore> Fetch(const std::string& sql) override {
         seen.push_back(sql);
-        inner_->Fetch(sql, store);
+        return inner_->Fetch(sql);
     }
     std::vector<std::string> seen;
 
