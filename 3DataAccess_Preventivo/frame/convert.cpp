@@ -168,26 +168,34 @@ template <class T> std::string ShortestText(T number, int mostDigits) {
     return Written(number < T{0}, ShortestDigits(std::fabs(number), mostDigits), kLastPlainExponent);
 }
 
-/// The thousandths that a float stands for, if they are of no more than six digits: no other number of so few digits
-/// has the same float, so that this one is what its text says.
+/// The thousandths that a float's text says, if they can be told without a search for the fewest digits: a number of at
+/// most six digits, since no other one of so few has the same float, or one that is whole in thousandths, as long as
+/// floats lie so close that a digit less would be another one.
 std::optional<std::int32_t> ThousandthsOf(float number) {
     constexpr double kSixDigits = 999'999;
-    const double thousandths = std::nearbyint(static_cast<double>(number) * 1000);
-    if (!(std::fabs(thousandths) <= kSixDigits) || static_cast<float>(thousandths / 1000) != number)
-        return std::nullopt;
-    return static_cast<std::int32_t>(thousandths);
+    constexpr double kCloserThanTwoThousandths = 32'768;
+    const double exact = number;
+    const double size = std::fabs(exact);
+    if (!(size < kSixDigits / 10)) return std::nullopt;
+    const std::int32_t unit = size < kSixDigits / 1000 ? 1000 : size < kSixDigits / 100 ? 100 : 10;
+    const auto rounded = static_cast<std::int32_t>(exact * unit + (exact < 0 ? -0.5 : 0.5));
+    if (static_cast<float>(static_cast<double>(rounded) / unit) == number) return rounded * (1000 / unit);
+    const double thousandths = exact * 1000;
+    if (size >= kCloserThanTwoThousandths) return std::nullopt;
+    const auto whole = static_cast<std::int32_t>(thousandths);
+    return whole == thousandths ? std::optional(whole) : std::nullopt;
 }
 
-/// Thousandths that are no whole number.
-std::string Written(std::int32_t thousandths) {
-    std::array<char, 8> text;
-    char* const last = text.data() + text.size();
-    char* end = std::to_chars(text.data(), last, thousandths / 1000).ptr;
+/// Puts thousandths that are no whole number behind each other; gives the end.
+char* WriteThousandths(std::int32_t thousandths, char* end) {
+    if (thousandths < 0) *end++ = '-';
+    end = std::to_chars(end, end + kLongestText, std::abs(thousandths) / 1000).ptr;
+    const std::int32_t rest = std::abs(thousandths) % 1000;
     *end++ = '.';
-    std::int32_t unit = 100;
-    for (std::int32_t rest = std::abs(thousandths) % 1000; rest != 0; rest %= unit, unit /= 10)
-        *end++ = static_cast<char>('0' + rest / unit);
-    return (thousandths > -1000 && thousandths < 0 ? "-" : "") + std::string(text.data(), end);
+    *end++ = static_cast<char>('0' + rest / 100);
+    if (rest % 100 != 0) *end++ = static_cast<char>('0' + rest / 10 % 10);
+    if (rest % 10 != 0) *end++ = static_cast<char>('0' + rest % 10);
+    return end;
 }
 
 template <class T> bool IsWholeBelow(T number, T limit) {
@@ -216,11 +224,21 @@ std::optional<double> NumberIn(std::string_view text) {
     return number;
 }
 
+char* WriteText(float number, char* room) {
+    // Whole numbers and those of a few decimals are the common case in statements, and need no search for the fewest
+    // digits.
+    constexpr float kWholeNumbers = 16777216.0F;
+    if (std::fabs(number) < kWholeNumbers && static_cast<float>(static_cast<std::int32_t>(number)) == number) {
+        return std::to_chars(room, room + kLongestText, static_cast<std::int32_t>(number)).ptr;
+    }
+    if (const auto thousandths = ThousandthsOf(number)) return WriteThousandths(*thousandths, room);
+    const std::string text = ShortestText(number, 9);
+    return std::copy(text.begin(), text.end(), room);
+}
+
 std::string ToText(float number) {
-    // Whole numbers are the common case in statements, and need no search for the shortest digits.
-    if (IsWholeBelow(number, 16777216.0F)) return std::to_string(static_cast<std::int32_t>(number));
-    if (const auto thousandths = ThousandthsOf(number)) return Written(*thousandths);
-    return ShortestText(number, 9);
+    std::array<char, kLongestText> room;
+    return {room.data(), WriteText(number, room.data())};
 }
 
 double NumberAsWritten(float number) {
@@ -286,7 +304,7 @@ template <> Money ConvertTo<Money>(const Value& value) {
 
 template <> Date ConvertTo<Date>(const Value& value) {
     if (value.Is<Date>()) return value.Get<Date>();
-    if (value.Is<std::string>()) return CurrentRegional().ToDate(value.Get<std::string>());
+    if (value.Is<std::string>()) return ToDate(value.Get<std::string>());
     const Date date{NumberOf(value)};
     CivilOf(date);
     return date;

@@ -38,6 +38,9 @@ ZONTARA_EXPORT std::string ToText(const Value& value);
 /// Shortest text that reads back as the same number: plain digits from 1E-5 up to 1E+15, else an exponent of at
 /// least two digits. A point, no trailing zeros, "0" for -0. Error 6 for what is no finite number.
 ZONTARA_EXPORT std::string ToText(float number);
+/// The same into room for `kLongestText` characters; gives the end.
+ZONTARA_EXPORT char* WriteText(float number, char* room);
+inline constexpr std::size_t kLongestText = 32;
 /// Likewise, with at most 15 significant digits.
 ZONTARA_EXPORT std::string ToText(double number);
 

@@ -2,6 +2,8 @@
 
 #include "frame/raised_error.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -26,12 +28,15 @@ std::string Money::ToText() const {
     const bool negative = tenThousandths_ < 0;
     const std::uint64_t magnitude =
         negative ? 0 - static_cast<std::uint64_t>(tenThousandths_) : static_cast<std::uint64_t>(tenThousandths_);
-    std::string text = negative ? "-" : "";
-    text += std::to_string(magnitude / kUnit);
-    std::string decimals = std::to_string(kUnit + static_cast<std::int64_t>(magnitude % kUnit)).substr(1);
-    decimals.erase(decimals.find_last_not_of('0') + 1);
-    if (!decimals.empty()) text += "." + decimals;
-    return text;
+    std::array<char, 32> text;
+    char* end = text.data();
+    if (negative) *end++ = '-';
+    end = std::to_chars(end, text.data() + text.size(), magnitude / kUnit).ptr;
+    auto rest = static_cast<std::int64_t>(magnitude % kUnit);
+    if (rest != 0) *end++ = '.';
+    for (std::int64_t unit = kUnit / 10; rest != 0; rest %= unit, unit /= 10)
+        *end++ = static_cast<char>('0' + rest / unit);
+    return {text.data(), end};
 }
 
 }  // namespace Zontara

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/convert.h"
 #include "frame/date.h"
 #include "frame/money.h"
 
@@ -31,14 +32,14 @@ public:
     SqlPiece(const SqlPiece&) = delete;
     SqlPiece& operator=(const SqlPiece&) = delete;
 
-    std::string_view Text() const { return length_ == 0 ? text_ : std::string_view(digits_.data(), length_); }
+    std::string_view Text() const { return text_; }
 
 private:
     void Keep(std::string_view text);
 
     std::string_view text_;
-    std::array<char, 32> digits_;
-    std::size_t length_ = 0;
+    /// What a value is written in; `text_` then refers to it.
+    std::array<char, kLongestText> digits_;
 };
 
 /// The statement that the pieces make, joined with nothing between them.

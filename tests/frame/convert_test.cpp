@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -136,6 +137,22 @@ TEST(NumberTextTest, AFloat32OfAtMostSixDigitsIsTheNumberOfThatText) {
     EXPECT_EQ(NumberOf([] { NumberAsWritten(std::numeric_limits<float>::infinity()); }), 6);
 }
 
+TEST(NumberTextTest, Float32HasTheDigitsThatTheLibraryFindsToBeTheFewest) {
+    std::mt19937 random(20261122);
+    std::array<char, 64> fewest;
+    for (int i = 0; i < 200'000; ++i) {
+        // Eighths, tenths, hundredths and any number, as meters count.
+        constexpr unsigned kParts[] = {8, 10, 100, 1'000'003};
+        const unsigned parts = kParts[i % 4];
+        const auto whole = static_cast<unsigned>(random() % 300'000);
+        const auto number = static_cast<float>(whole + static_cast<unsigned>(random() % parts) / double(parts));
+        const auto end =
+            std::to_chars(fewest.data(), fewest.data() + fewest.size(), number, std::chars_format::fixed).ptr;
+        ASSERT_EQ(ToText(number), std::string(fewest.data(), end));
+        ASSERT_EQ(NumberAsWritten(number), std::stod(ToText(number)));
+    }
+}
+
 TEST(NumberTextTest, EveryFloat32ReadsBackAsItself) {
     std::mt19937 random(20260305);
     for (int i = 0; i < 20000; ++i) {
@@ -164,6 +181,7 @@ TEST(MoneyTest, TextIsExact) {
     EXPECT_EQ(Money::FromTenThousandths(25000).ToText(), "2.5");
     EXPECT_EQ(Money::FromTenThousandths(-1).ToText(), "-0.0001");
     EXPECT_EQ(Money::FromTenThousandths(100000).ToText(), "10");
+    EXPECT_EQ(Money::FromTenThousandths(-100450).ToText(), "-10.045");
     EXPECT_EQ(Money().ToText(), "0");
     EXPECT_EQ(Money::FromTenThousandths(std::numeric_limits<std::int64_t>::min()).ToText(), "-922337203685477.5808");
     EXPECT_EQ(Money::FromNumber(0.00005).TenThousandths(), 0);
@@ -188,6 +206,18 @@ TEST(SqlTest, PiecesAreJoinedWithNothingBetween) {
               "a =-7,b ='it's',c =255,d =12.5,e =1.2345,f ='2026-03-05'");
     EXPECT_EQ(Sql({}), "");
     EXPECT_EQ(Sql({std::numeric_limits<std::int32_t>::min(), 0}), "-21474836480");
+}
+
+TEST(SqlTest, PiecesOfAnyLengthAreCopiedWhole) {
+    const std::string letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    for (std::size_t length = 0; length <= letters.size(); ++length) {
+        const std::string piece = letters.substr(0, length);
+        EXPECT_EQ(Sql({"<", piece, "><", piece, ">"}), "<" + piece + "><" + piece + ">");
+    }
+    std::string statement = "a";
+    for (int i = 0; i < 3; ++i)
+        Append(statement, {letters, i});
+    EXPECT_EQ(statement, "a" + letters + "0" + letters + "1" + letters + "2");
 }
 
 TEST(SqlTest, ACallersColumnsReplaceTheHeadWhole) {
