@@ -23,7 +23,7 @@ bool CImputacionPreventiva::ActivoTieneMantenimientoConvencionalVencido(const st
 
 bool CImputacionPreventiva::AnyDue(const calendar::LaunchKind& kind, const std::string& IDActivo,
                                    std::int32_t IdImputacion, const std::string& fechaSimulada) {
-    const Date day = fechaSimulada.empty() ? CurrentPlatform().Now() : CurrentRegional().ToDate(fechaSimulada);
+    const Date day = fechaSimulada.empty() ? CurrentPlatform().Now() : ToDate(fechaSimulada);
     // Unlike a launch, the question takes assets out of service too.
     Ref<Recordset> rows = SeleccionarActivas(day, "", kind.synchronised, IDActivo, false, 0, IdImputacion);
     bool due = false;

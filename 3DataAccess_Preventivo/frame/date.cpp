@@ -65,6 +65,11 @@ Split SplitOf(Date date) {
     return split;
 }
 
+TimeOfDay TimeOfSeconds(std::int64_t sinceMidnight) {
+    const auto seconds = static_cast<std::int32_t>(sinceMidnight);
+    return {seconds / 3600, seconds / 60 % 60, seconds % 60};
+}
+
 Date FromParts(std::int64_t day, double fraction) {
     const auto whole = static_cast<double>(day);
     return {day < 0 ? whole - fraction : whole + fraction};
@@ -76,9 +81,11 @@ double FractionOf(Date date) { return std::fabs(date.days - std::trunc(date.days
 
 CivilDate CivilOf(Date date) { return CivilOfSerial(SplitOf(date).day); }
 
-TimeOfDay TimeOf(Date date) {
-    const auto seconds = static_cast<std::int32_t>(SplitOf(date).seconds);
-    return {seconds / 3600, seconds / 60 % 60, seconds % 60};
+TimeOfDay TimeOf(Date date) { return TimeOfSeconds(SplitOf(date).seconds); }
+
+Moment MomentOf(Date date) {
+    const Split split = SplitOf(date);
+    return {CivilOfSerial(split.day), TimeOfSeconds(split.seconds)};
 }
 
 Date DateOf(std::int32_t year, std::int32_t month, std::int32_t day) {

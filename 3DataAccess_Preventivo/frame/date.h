@@ -39,6 +39,15 @@ ZONTARA_EXPORT CivilDate CivilOf(Date date);
 /// The time of day, rounded to the second.
 ZONTARA_EXPORT TimeOfDay TimeOf(Date date);
 
+/// Day and time of day of a date.
+struct Moment {
+    CivilDate day;
+    TimeOfDay time;
+};
+
+/// Both at once. Error 6 as `CivilOf`.
+ZONTARA_EXPORT Moment MomentOf(Date date);
+
 /// The date of a year, a month and a day, both of which roll over: month 13 is January of the next year, day 31 of
 /// a month of 30 days is the first of the next, day 0 the last of the month before. Error 5 outside the years 100 to
 /// 9999.

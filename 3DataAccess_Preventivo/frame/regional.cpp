@@ -3,8 +3,11 @@
 #include "frame/platform.h"
 #include "frame/raised_error.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -57,29 +60,23 @@ private:
     std::string text_;
 };
 
-/// A group of digits of a date's or a time's text.
+/// A group of digits of a date's or a time's text; of none if there is no such group.
 struct Part {
     std::int32_t number = 0;
     std::size_t digits = 0;
 };
 
 /// The digits at the head of the text, at most four of them; taken off it.
-std::optional<Part> TakePart(std::string_view& text) {
+Part TakePart(std::string_view& text) {
     Part part;
-    while (!text.empty() && IsDigit(text.front()) && part.digits < 5) {
-        part.number = part.number * 10 + (text.front() - '0');
-        ++part.digits;
-        text.remove_prefix(1);
-    }
-    if (part.digits == 0 || part.digits > 4) return std::nullopt;
-    return part;
+    const std::size_t most = std::min<std::size_t>(text.size(), 5);
+    while (part.digits < most && IsDigit(text[part.digits]))
+        part.number = part.number * 10 + (text[part.digits++] - '0');
+    text.remove_prefix(part.digits);
+    return part.digits > 4 ? Part{} : part;
 }
 
-bool TakeOneOf(std::string_view& text, std::string_view characters) {
-    if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
-    text.remove_prefix(1);
-    return true;
-}
+bool IsDateSeparator(char c) { return c == '/' || c == '-' || c == '.'; }
 
 std::string_view Trimmed(std::string_view text) {
     while (!text.empty() && text.front() == ' ')
@@ -95,110 +92,23 @@ std::optional<TimeOfDay> ReadTime(std::string_view text) {
     if (text.empty()) return time;
     const std::array<std::int32_t*, 3> fields{&time.hour, &time.minute, &time.second};
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        const std::optional<Part> part = TakePart(text);
-        if (!part || part->digits > 2) return std::nullopt;
-        *fields[i] = part->number;
+        const Part part = TakePart(text);
+        if (part.digits == 0 || part.digits > 2) return std::nullopt;
+        *fields[i] = part.number;
         if (text.empty()) {
             if (i == 0) return std::nullopt;
             break;
         }
-        if (i == 2 || !TakeOneOf(text, ":")) return std::nullopt;
+        if (i == 2 || text.front() != ':') return std::nullopt;
+        text.remove_prefix(1);
     }
     if (time.hour > 23 || time.minute > 59 || time.second > 59) return std::nullopt;
     return time;
 }
 
-std::optional<std::int32_t> YearIn(Part part) {
-    if (part.digits == 4) return part.number;
-    if (part.digits > 2) return std::nullopt;
-    return part.number + (part.number < kTwoDigitYearTurn ? 2000 : 1900);
-}
-
-std::optional<Date> Day(Part year, Part month, Part day) {
-    const std::optional<std::int32_t> fullYear = YearIn(year);
-    if (!fullYear || month.digits > 2 || day.digits > 2 || !IsCalendarDay(*fullYear, month.number, day.number)) {
-        return std::nullopt;
-    }
-    return DateOf(*fullYear, month.number, day.number);
-}
-
-}  // namespace
-
-Regional::Regional(std::string_view shortDate) : shortDate_(shortDate) {
-    std::string order;
-    for (std::size_t i = 0; i < shortDate.size(); ++i) {
-        const char c = Lower(shortDate[i]);
-        if (c == 'd' || c == 'm' || c == 'y') {
-            if (order.empty() || order.back() != c) order += c;
-        } else if (c != '/' && c != '-' && c != '.') {
-            Raise(RunTimeError::InvalidCall,
-                  "Short date form \"" + shortDate_ + "\": only dd, mm, yyyy, / - . may stand in it");
-        }
-        shortDate_[i] = c;
-    }
-    const bool known =
-        order == "dmy" || order == "mdy" || order == "ymd" || order == "ydm" || order == "dym" || order == "myd";
-    if (!known || shortDate_.find("yyyy") == std::string::npos) {
-        Raise(RunTimeError::InvalidCall,
-              "Short date form \"" + shortDate_ + "\": dd, mm and yyyy must each stand in it once");
-    }
-    dayFirst_ = order.find('d') < order.find('m');
-    yearFirst_ = order.front() == 'y';
-}
-
-std::string Regional::ToShortDate(Date date) const { return Format(date, shortDate_); }
-
-std::string Regional::ToText(Date date) const {
-    std::string text = ToShortDate(date);
-    if (!(TimeOf(date) == TimeOfDay{})) text += Format(date, " hh:nn:ss");
-    return text;
-}
-
-std::optional<Date> Regional::Read(std::string_view text) const {
-    std::string_view rest = Trimmed(text);
-    std::array<Part, 3> parts;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        const std::optional<Part> part = TakePart(rest);
-        if (!part) return std::nullopt;
-        parts[i] = *part;
-        if (i < 2 && !TakeOneOf(rest, "/-.")) return std::nullopt;
-    }
-    if (!rest.empty() && rest.front() != ' ') return std::nullopt;
-    const std::optional<TimeOfDay> time = ReadTime(Trimmed(rest));
-    if (!time) return std::nullopt;
-
-    std::optional<Date> day;
-    if (parts[0].digits == 4) {
-        day = Day(parts[0], parts[1], parts[2]);
-    } else if (yearFirst_ && parts[2].digits != 4) {
-        day = dayFirst_ ? Day(parts[0], parts[2], parts[1]) : Day(parts[0], parts[1], parts[2]);
-        if (!day) day = dayFirst_ ? Day(parts[0], parts[1], parts[2]) : Day(parts[0], parts[2], parts[1]);
-    } else {
-        const std::size_t dayAt = dayFirst_ ? 0 : 1;
-        day = Day(parts[2], parts[1 - dayAt], parts[dayAt]);
-        if (!day) day = Day(parts[2], parts[dayAt], parts[1 - dayAt]);
-    }
-    if (!day) return std::nullopt;
-    return WithTime(*day, *time);
-}
-
-Date Regional::ToDate(std::string_view text) const {
-    const std::optional<Date> date = Read(text);
-    if (!date) Raise(RunTimeError::TypeMismatch);
-    return *date;
-}
-
-const Regional& CurrentRegional() {
-    thread_local Regional regional;
-    std::string form = CurrentPlatform().ShortDateForm();
-    if (form != regional.ShortDateForm()) regional = Regional(form);
-    return regional;
-}
-
-std::string Format(Date date, std::string_view picture) {
-    const CivilDate day = CivilOf(date);
-    const TimeOfDay time = TimeOf(date);
-    Letters text;
+/// Puts a date in a picture.
+void Put(Letters& text, const Moment& moment, std::string_view picture) {
+    const auto& [day, time] = moment;
     for (std::size_t i = 0; i < picture.size();) {
         const char field = Lower(picture[i]);
         std::size_t run = 1;
@@ -230,6 +140,155 @@ std::string Format(Date date, std::string_view picture) {
         }
         i += run;
     }
+}
+
+std::optional<std::int32_t> YearIn(Part part) {
+    if (part.digits == 4) return part.number;
+    if (part.digits > 2) return std::nullopt;
+    return part.number + (part.number < kTwoDigitYearTurn ? 2000 : 1900);
+}
+
+std::optional<Date> Day(Part year, Part month, Part day) {
+    const std::optional<std::int32_t> fullYear = YearIn(year);
+    if (!fullYear || month.digits > 2 || day.digits > 2 || !IsCalendarDay(*fullYear, month.number, day.number)) {
+        return std::nullopt;
+    }
+    return DateOf(*fullYear, month.number, day.number);
+}
+
+}  // namespace
+
+Regional::Regional(std::string_view shortDate) : shortDate_(shortDate) {
+    std::string order;
+    for (std::size_t i = 0; i < shortDate.size(); ++i) {
+        const char c = Lower(shortDate[i]);
+        if (c == 'd' || c == 'm' || c == 'y') {
+            if (order.empty() || order.back() != c) order += c;
+        } else if (!IsDateSeparator(c)) {
+            Raise(RunTimeError::InvalidCall,
+                  "Short date form \"" + shortDate_ + "\": only dd, mm, yyyy, / - . may stand in it");
+        }
+        shortDate_[i] = c;
+    }
+    const bool known =
+        order == "dmy" || order == "mdy" || order == "ymd" || order == "ydm" || order == "dym" || order == "myd";
+    if (!known || shortDate_.find("yyyy") == std::string::npos) {
+        Raise(RunTimeError::InvalidCall,
+              "Short date form \"" + shortDate_ + "\": dd, mm and yyyy must each stand in it once");
+    }
+    dayFirst_ = order.find('d') < order.find('m');
+    yearFirst_ = order.front() == 'y';
+}
+
+std::string Regional::ToShortDate(Date date) const { return Format(date, shortDate_); }
+
+std::string Regional::ToText(Date date) const {
+    const Moment moment = MomentOf(date);
+    Letters text;
+    Put(text, moment, shortDate_);
+    if (!(moment.time == TimeOfDay{})) Put(text, moment, " hh:nn:ss");
+    return text.Text();
+}
+
+std::optional<Date> Regional::Read(std::string_view text) const {
+    std::string_view rest = Trimmed(text);
+    std::array<Part, 3> parts;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        parts[i] = TakePart(rest);
+        if (parts[i].digits == 0) return std::nullopt;
+        if (i == 2) break;
+        if (rest.empty() || !IsDateSeparator(rest.front())) return std::nullopt;
+        rest.remove_prefix(1);
+    }
+    if (!rest.empty() && rest.front() != ' ') return std::nullopt;
+    const std::optional<TimeOfDay> time = ReadTime(Trimmed(rest));
+    if (!time) return std::nullopt;
+
+    std::optional<Date> day;
+    if (parts[0].digits == 4) {
+        day = Day(parts[0], parts[1], parts[2]);
+    } else if (yearFirst_ && parts[2].digits != 4) {
+        day = dayFirst_ ? Day(parts[0], parts[2], parts[1]) : Day(parts[0], parts[1], parts[2]);
+        if (!day) day = dayFirst_ ? Day(parts[0], parts[1], parts[2]) : Day(parts[0], parts[2], parts[1]);
+    } else {
+        const std::size_t dayAt = dayFirst_ ? 0 : 1;
+        day = Day(parts[2], parts[1 - dayAt], parts[dayAt]);
+        if (!day) day = Day(parts[2], parts[dayAt], parts[1 - dayAt]);
+    }
+    if (!day) return std::nullopt;
+    return *time == TimeOfDay{} ? *day : WithTime(*day, *time);
+}
+
+Date Regional::ToDate(std::string_view text) const {
+    const std::optional<Date> date = Read(text);
+    if (!date) Raise(RunTimeError::TypeMismatch);
+    return *date;
+}
+
+namespace {
+
+/// Texts that were read as dates of late: the rows of a run tell the same few days again and again.
+class KnownDates {
+public:
+    struct Entry {
+        std::string text;
+        std::optional<Date> date;
+        /// As it stands in a statement: the text itself if it is no date.
+        std::string inStatement;
+    };
+
+    const Entry& Find(std::string_view text, const Regional& regional) {
+        const bool kept = text.size() >= kShortest && text.size() <= kLongest;
+        Entry& entry = kept ? entries_[PlaceOf(text)] : passing_;
+        if (kept && entry.text == text) return entry;
+        entry.text.clear();
+        entry.date = regional.Read(text);
+        entry.inStatement = entry.date ? SqlDate(*entry.date) : std::string(text);
+        entry.text = text;
+        return entry;
+    }
+
+private:
+    static constexpr std::size_t kShortest = 8;
+    static constexpr std::size_t kLongest = 24;
+    /// By the first and the last eight characters.
+    static std::size_t PlaceOf(std::string_view text) {
+        std::uint64_t head = 0;
+        std::uint64_t tail = 0;
+        std::memcpy(&head, text.data(), sizeof head);
+        std::memcpy(&tail, text.data() + text.size() - sizeof tail, sizeof tail);
+        return ((head * 31 + tail) * 0x9E3779B97F4A7C15) >> (64 - kBits);
+    }
+
+    static constexpr int kBits = 4;
+    std::array<Entry, 1 << kBits> entries_;
+    Entry passing_;
+};
+
+struct Settings {
+    Regional regional;
+    KnownDates dates;
+};
+
+Settings& CurrentSettings() {
+    thread_local Settings settings;
+    const std::string form = CurrentPlatform().ShortDateForm();
+    if (form != settings.regional.ShortDateForm()) settings = {Regional(form), {}};
+    return settings;
+}
+
+const KnownDates::Entry& KnownDate(std::string_view text) {
+    Settings& settings = CurrentSettings();
+    return settings.dates.Find(text, settings.regional);
+}
+
+}  // namespace
+
+const Regional& CurrentRegional() { return CurrentSettings().regional; }
+
+std::string Format(Date date, std::string_view picture) {
+    Letters text;
+    Put(text, MomentOf(date), picture);
     return text.Text();
 }
 
@@ -249,9 +308,12 @@ std::string SqlDate(Date date) {
     return text.Text();
 }
 
-std::string SqlDate(std::string_view text) {
-    const std::optional<Date> date = CurrentRegional().Read(text);
-    return date ? SqlDate(*date) : std::string(text);
+std::string SqlDate(std::string_view text) { return KnownDate(text).inStatement; }
+
+Date ToDate(std::string_view text) {
+    const std::optional<Date>& date = KnownDate(text).date;
+    if (!date) Raise(RunTimeError::TypeMismatch);
+    return *date;
 }
 
 }  // namespace Zontara

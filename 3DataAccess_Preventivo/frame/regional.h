@@ -42,6 +42,9 @@ private:
 /// The regional settings in force: the platform's short date form.
 ZONTARA_EXPORT const Regional& CurrentRegional();
 
+/// As its `ToDate`, and quick for a text that was read of late.
+ZONTARA_EXPORT Date ToDate(std::string_view text);
+
 /// A date in a picture: `yyyy`, `yy`, `mm`, `dd`, `hh`, `nn` and `ss` in any case are filled in with all their digits,
 /// anything else stands as it is.
 ZONTARA_EXPORT std::string Format(Date date, std::string_view picture);

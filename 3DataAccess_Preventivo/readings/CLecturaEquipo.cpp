@@ -38,8 +38,7 @@ std::int32_t CLecturaEquipo::Nuevo(const std::string& Fecha, const std::string& 
             Append(sql, {TextoParaSQL(Nota), "','", TextoParaSQL(CodigoDepartamento), "',", ValorValeSalida, ",'",
                          TextoParaSQL(NumeroVale), "')"});
             Libreria::Ejecutar(sql);
-            sistematica->ActualizarAcumulado(ID_Equipo, SC_Unidad_Lectura, CurrentRegional().ToDate(Fecha), Valor_Real,
-                                             Lectura);
+            sistematica->ActualizarAcumulado(ID_Equipo, SC_Unidad_Lectura, ToDate(Fecha), Valor_Real, Lectura);
             Neighbours().Perluma().Activos()->AnotarLectura(ID_Equipo, Nota);
             Neighbours().Perluma().Activos()->FijarLectura(ID_Equipo, RoundToInt32(Lectura));
             listaLecturasModificada_.Send();

@@ -114,6 +114,34 @@ TEST(RegionalTest, FormatRewritesATextThatIsADateUnderTheSettingsInForce) {
         EXPECT_EQ(SqlDate(date), Format(date, "YYYY-MM-DD"));
 }
 
+TEST(RegionalTest, ATextThatWasReadBeforeIsReadUnderTheSettingsInForce) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(SqlDate("05/03/2026"), "2026-03-05");
+        EXPECT_EQ(ToDate("05/03/2026"), DateOf(2026, 3, 5));
+    }
+    const auto before = ReplacePlatform(std::make_shared<AmericanPlatform>());
+    EXPECT_EQ(SqlDate("05/03/2026"), "2026-05-03");
+    EXPECT_EQ(ToDate("05/03/2026"), DateOf(2026, 5, 3));
+    ReplacePlatform(before);
+    EXPECT_EQ(SqlDate("05/03/2026"), "2026-03-05");
+}
+
+TEST(RegionalTest, ManyTextsPushEachOtherOutAndStayRight) {
+    const Regional regional;
+    for (int round = 0; round < 3; ++round) {
+        for (Date day = DateOf(2026, 1, 1); day.days < DateOf(2026, 6, 1).days; day = AddDays(day, 1)) {
+            const Date moment = WithTime(day, {8, 4, 9});
+            ASSERT_EQ(SqlDate(regional.ToText(day)), SqlDate(day));
+            ASSERT_EQ(ToDate(regional.ToText(moment)), moment);
+            ASSERT_EQ(SqlDate("no date " + regional.ToText(day)), "no date " + regional.ToText(day));
+        }
+    }
+    for (const std::string text : {"", "5/3/26", "pronto", "pronto, pero no sabemos cuándo"})
+        EXPECT_EQ(SqlDate(text), text == "5/3/26" ? "2026-03-05" : text);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_THROW(ToDate("mañana mismo"), RaisedError);
+}
+
 TEST(RegionalTest, PicturesAreFilledWithAllTheirDigits) {
     const Date date = WithTime(DateOf(2026, 3, 5), {8, 4, 9});
     EXPECT_EQ(Format(date, "YYYYMMDD"), "20260305");
