@@ -70,13 +70,13 @@ void OrderWriter::FindProcess() {
 std::int32_t OrderWriter::CreateOrder(const Recordset& row, std::int32_t SC_Gama, const std::string& ID_Activo,
                                       const std::string& work) {
     // An order is asked for today, whatever day was booked, and wanted as many days later as its priority says.
-    const Regional& regional = CurrentRegional();
     const Date now = CurrentPlatform().Now();
     const std::int32_t priority = configuration_->PrioridadSolicitada();
     DatosOrden order;
     order.Descripcion = ConvertTo<std::string>(row.Valor("Descripcion"));
-    order.FechaSolicitud = regional.ToText(now);
-    order.FechaDeseada = regional.ToText(AddDays(now, priority));
+    TellDays(now, priority);
+    order.FechaSolicitud = askedText_;
+    order.FechaDeseada = wantedText_;
     order.EjecutorInterno = internalExecutor_;
     order.TextoTrabajo = work;
     order.UsuarioDestino = configuration_->UsuarioDestino();
@@ -87,6 +87,18 @@ std::int32_t OrderWriter::CreateOrder(const Recordset& row, std::int32_t SC_Gama
     order.EjecutorExterno = externalExecutor_;
     order.SC_Gama = SC_Gama;
     return Neighbours().Perluma().OrdenesTrabajo()->CrearOrden(order);
+}
+
+/// The clock goes on by whole seconds, in each of which there are thousands of orders.
+void OrderWriter::TellDays(Date asked, std::int32_t daysToWait) {
+    const Regional& regional = CurrentRegional();
+    if (asked == asked_ && daysToWait == daysToWait_ && form_ == regional.ShortDateForm()) return;
+    form_.clear();
+    askedText_ = regional.ToText(asked);
+    wantedText_ = regional.ToText(AddDays(asked, daysToWait));
+    asked_ = asked;
+    daysToWait_ = daysToWait;
+    form_ = regional.ShortDateForm();
 }
 
 void OrderWriter::Release() {

@@ -32,6 +32,7 @@ private:
     std::int32_t CreateOrder(const Recordset& row, std::int32_t SC_Gama, const std::string& ID_Activo,
                              const std::string& work);
     void FindProcess();
+    void TellDays(Date asked, std::int32_t daysToWait);
 
     Ref<CConfiguracionOTBoletin> configuration_;
     Ref<COrdenGenerada> log_;
@@ -39,6 +40,12 @@ private:
     std::int32_t internalExecutor_ = 0;
     std::int32_t externalExecutor_ = 0;
     std::int32_t process_ = 0;
+    /// What the texts of the latest order's days were made from, and the texts.
+    Date asked_;
+    std::int32_t daysToWait_ = 0;
+    std::string form_;
+    std::string askedText_;
+    std::string wantedText_;
 };
 
 }  // namespace Zontara::calendar

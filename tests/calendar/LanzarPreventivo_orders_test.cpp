@@ -147,6 +147,28 @@ TEST_F(LanzarPreventivoOrdersTest, TheLogCarriesTheBookedDayAndNotTheDayOfTheRun
     EXPECT_EQ(world.Scalar("SELECT Fecha_Solicitud FROM Orden_Trabajo"), "2026-03-05");
 }
 
+TEST_F(LanzarPreventivoOrdersTest, TheDaysFollowClockPriorityAndDateFormFromRowToRow) {
+    for (const int key : {1, 2, 3, 4, 5})
+        Add({.key = key});
+    preventive->Subscribe([&](std::string_view event, Value& argument) {
+        if (event != "ProcesandoImputacion") return;
+        if (argument == Value(3)) world.Platform().now = World::Day("2026-03-05 08:00:01");
+        if (argument == Value(4)) configuration->PrioridadSolicitada(1);
+        if (argument == Value(5)) world.Platform().shortDate = "mm/dd/yyyy";
+    });
+    EXPECT_EQ(LaunchOrders("2026-03-05"), 5);
+    const char* const asked[] = {"05/03/2026 08:00:00", "05/03/2026 08:00:00", "05/03/2026 08:00:01",
+                                 "05/03/2026 08:00:01", "03/05/2026 08:00:01"};
+    const char* const wanted[] = {"09/03/2026 08:00:00", "09/03/2026 08:00:00", "09/03/2026 08:00:01",
+                                  "06/03/2026 08:00:01", "03/06/2026 08:00:01"};
+    const auto orders = Orders();
+    ASSERT_EQ(orders.size(), 5U);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(orders[i][2], std::string("text ") + asked[i]);
+        EXPECT_EQ(orders[i][3], std::string("text ") + wanted[i]);
+    }
+}
+
 TEST_F(LanzarPreventivoOrdersTest, APriorityBeyondSixteenBitsStopsTheRun) {
     Add({.key = 4});
     configuration->PrioridadSolicitada(32768);
