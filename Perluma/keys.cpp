@@ -67,9 +67,11 @@ std::int32_t GeneradorClaves::ProximaClave(const std::string& tabla) {
 }
 
 GeneradorClaves::Counter& GeneradorClaves::CounterOf(const std::string& tabla) {
-    Counter*& counter = spelled_[tabla];
-    if (counter == nullptr) counter = &counters_[InSmallLetters(tabla)];
-    return *counter;
+    if (asked_ == nullptr || asked_->first != tabla) {
+        asked_ = &*spelled_.try_emplace(tabla, nullptr).first;
+        if (asked_->second == nullptr) asked_->second = &counters_[InSmallLetters(tabla)];
+    }
+    return *asked_->second;
 }
 
 std::int64_t GeneradorClaves::NextInTransaction(const std::string& tabla, Counter& counter) {

@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace Perluma {
 
@@ -54,6 +55,8 @@ private:
     std::map<std::string, Counter> counters_;
     /// By table name as it was asked for.
     std::unordered_map<std::string, Counter*> spelled_;
+    /// The one that was asked for last; an order's lines ask for one table again and again.
+    std::pair<const std::string, Counter*>* asked_ = nullptr;
 };
 
 }  // namespace Perluma

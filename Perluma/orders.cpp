@@ -68,8 +68,10 @@ void ServicioMaterialesOT::AgregarItemOT(std::int16_t linea, const std::string& 
 ServicioProcesos::ServicioProcesos(Ref<Sesion> session) : session_(std::move(session)) {}
 
 Ref<Zontara::Recordset> ServicioProcesos::SeleccionarProcesos(std::int32_t cuales) {
-    const std::string which = cuales == 1 ? " WHERE Activo <> 0" : "";
-    return Opened(*session_, "SELECT SC_Proceso, Estatus_Valido FROM Proceso" + which + " ORDER BY SC_Proceso");
+    static const std::string all = "SELECT SC_Proceso, Estatus_Valido FROM Proceso ORDER BY SC_Proceso";
+    static const std::string active =
+        "SELECT SC_Proceso, Estatus_Valido FROM Proceso WHERE Activo <> 0 ORDER BY SC_Proceso";
+    return Opened(*session_, cuales == 1 ? active : all);
 }
 
 }  // namespace Perluma

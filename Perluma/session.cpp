@@ -12,6 +12,7 @@ Sesion::Sesion(Zontara::Ref<dhRichClient3::Connection> connection) : connection_
 }
 
 std::string Sesion::TextoParaSQL(const std::string& texto) const {
+    if (texto.find('\'') == std::string::npos) return texto;
     std::string fit;
     fit.reserve(texto.size());
     for (const char letter : texto) {
