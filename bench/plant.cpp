@@ -15,6 +15,9 @@ namespace {
 
 using dhRichClient3::Connection;
 
+/// Tasks of a kind, as many as a large plant has, in which the assignments take turns.
+constexpr int kTasks = 200;
+
 /// Counts from 1 to `count` as n(i).
 std::string Counting(int count) {
     return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " + std::to_string(count) + ")";
@@ -47,9 +50,13 @@ void Plant::Remove() const {
 void Plant::Run(const std::string& script) const { Opened(path_)->RunScript("BEGIN;" + script + ";COMMIT"); }
 
 void Plant::AddWeekly(int assets) const {
-    Run("INSERT INTO Gama (SC_Gama, Descripcion, Numero_Gama, Hombres_Necesarios, Tiempo_Necesario)"
-        " VALUES (5, 'Engrase general', 12, 2, '1.5');"
-        "INSERT INTO materiales_gama VALUES (1,'Grasa',4.25,0.5,5,1),(2,'Trapo',0.5,2,5,2),(3,'Guantes',1,1,5,3);" +
+    Run(Counting(kTasks) +
+        " INSERT INTO Gama (SC_Gama, Descripcion, Numero_Gama, Hombres_Necesarios, Tiempo_Necesario)"
+        " SELECT i, 'Engrase general ' || i, 10 + i, 2, '1.5' FROM n;" +
+        Counting(kTasks) +
+        " INSERT INTO materiales_gama SELECT i * 3, 'Grasa', 4.25, 0.5, i, 1 FROM n"
+        " UNION ALL SELECT i * 3 + 1, 'Trapo', 0.5, 2, i, 2 FROM n"
+        " UNION ALL SELECT i * 3 + 2, 'Guantes', 1, 1, i, 3 FROM n;" +
         Counting(assets) +
         " INSERT INTO Activo (ID_Activo, Descripcion, estatus_actual, Acumulado_Lectura)"
         " SELECT printf('P-%07d', i), 'Bomba ' || i, 0, 0 FROM n;" +
@@ -57,16 +64,21 @@ void Plant::AddWeekly(int assets) const {
         " INSERT INTO Imputacion_Preventiva (SC_Imputacion_Preventiva, ID_Activo, SC_Gama, Fecha_Imputacion, Anulada,"
         " SC_Usuario, Frecuencia, Intervalo_Frecuencia, Numero_Repeticion_Ciclo, Acumulado_Ciclo, Fecha_Inicio,"
         " Fecha_Ultimo_Lanzamiento, Semana, Finaliza, Programacion, Es_Sincronizada, Descripcion_Breve)"
-        " SELECT i, printf('P-%07d', i), 5, '2026-01-01', 0, 7, 'Semanal', 1, 0, 0, '2026-01-01', '2026-02-23', 9, 0,"
-        " '1', 1, '' FROM n");
+        " SELECT i, printf('P-%07d', i), i % " +
+        std::to_string(kTasks) +
+        " + 1, '2026-01-01', 0, 7, 'Semanal', 1, 0, 0, '2026-01-01', '2026-02-23', 9, 0, '1', 1, '' FROM n");
 }
 
 void Plant::AddMetered(int assets, int assignments) const {
-    Run("INSERT INTO Unidad_Lectura VALUES (4, 'h'); INSERT INTO Grupo_Gama VALUES (3, 'Mecánica', 1);"
-        "INSERT OR IGNORE INTO Gama (SC_Gama, Descripcion, Numero_Gama, SC_Grupo_Gama, SC_Ejecutor_Gama,"
+    Run("INSERT INTO Unidad_Lectura VALUES (4, 'h'); INSERT INTO Grupo_Gama VALUES (3, 'Mecánica', 1);" +
+        Counting(kTasks) +
+        " INSERT INTO Gama (SC_Gama, Descripcion, Numero_Gama, SC_Grupo_Gama, SC_Ejecutor_Gama,"
         " Hombres_Necesarios, Tiempo_Necesario)"
-        " VALUES (6, 'Cambio de aceite', 61, 3, 2, 2, '1.5');"
-        "INSERT INTO materiales_gama VALUES (11,'Aceite',7.25,4.5,6,1),(12,'Filtro',12.5,1,6,2),(13,'Junta',1,1,6,3);" +
+        " SELECT 1000 + i, 'Cambio de aceite ' || i, 60 + i, 3, 2, 2, '1.5' FROM n;" +
+        Counting(kTasks) +
+        " INSERT INTO materiales_gama SELECT 3000 + i * 3, 'Aceite', 7.25, 4.5, 1000 + i, 1 FROM n"
+        " UNION ALL SELECT 3001 + i * 3, 'Filtro', 12.5, 1, 1000 + i, 2 FROM n"
+        " UNION ALL SELECT 3002 + i * 3, 'Junta', 1, 1, 1000 + i, 3 FROM n;" +
         Counting(assets) +
         " INSERT INTO Activo (ID_Activo, Descripcion, estatus_actual, SC_Unidad_Lectura, Acumulado_Lectura)"
         " SELECT printf('P-%07d', i), 'Compresor ' || i, 0, 4, 5000 FROM n WHERE true"
@@ -75,7 +87,8 @@ void Plant::AddMetered(int assets, int assignments) const {
         " INSERT INTO Imputacion_Sistematica (SC_Imputacion_Sistematica, ID_Activo, ID_Equipo, SC_Gama, Anulada,"
         " Lectura_Limite, Ultimo_Acumulado, Fecha_Ultimo_Lanzamiento)"
         " SELECT i, printf('P-%07d', (i - 1) / " +
-        std::to_string(assignments) + " + 1), '', 6, 0, 1000 + i % 7, 3000, '2026-02-23' FROM n");
+        std::to_string(assignments) + " + 1), '', 1001 + i % " + std::to_string(kTasks) +
+        ", 0, 1000 + i % 7, 3000, '2026-02-23' FROM n");
 }
 
 void Plant::AddProcess() const { Run("INSERT INTO Proceso VALUES (1, 'Preventivo', 1, 1)"); }

@@ -18,7 +18,7 @@ void AddAssignments(const Plant& plant, int assets) {
     const std::string insert =
         "INSERT INTO Imputacion_Preventiva (ID_Activo, SC_Gama, Fecha_Imputacion, Anulada, SC_Usuario, Frecuencia,"
         " Intervalo_Frecuencia, Fecha_Inicio, Fecha_Ultimo_Lanzamiento, Semana, Programacion, Es_Sincronizada)"
-        " SELECT ID_Activo, 6, '2026-01-01', 0, 7, 'Semanal', 1, '2026-01-01', '2026-03-02', 10, '1', ";
+        " SELECT ID_Activo, 1001, '2026-01-01', 0, 7, 'Semanal', 1, '2026-01-01', '2026-03-02', 10, '1', ";
     plant.Run("UPDATE Imputacion_Sistematica SET Ultimo_Acumulado = 5000;" + insert + "1 FROM Activo;" + insert +
               "1 FROM Activo;" + insert + "0 FROM Activo");
 }
