@@ -1,5 +1,10 @@
 #include "bench/items/streams.h"
 
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
 namespace bench {
 
 namespace {
@@ -7,8 +12,9 @@ namespace {
 /// An order with its log entry, materials and labour, as both kinds of launch write it.
 class OrderStream {
 public:
-    explicit OrderStream(const Database& database)
-        : orders_(database, "Orden_Trabajo", "SC_Orden_Trabajo", Keys::Way::InMemory),
+    OrderStream(const Database& database, Questions questions)
+        : questions_(questions),
+          orders_(database, "Orden_Trabajo", "SC_Orden_Trabajo", Keys::Way::InMemory),
           log_(database, "Orden_Generada", "SC_Orden_Generada", Keys::Way::InMemory),
           materials_(database, "Material_OT", "SC_Material_OT", Keys::Way::InMemory),
           process_(database, "SELECT SC_Proceso, Estatus_Valido FROM Proceso WHERE Activo <> 0 ORDER BY SC_Proceso"),
@@ -50,39 +56,70 @@ public:
         int keptTask;
     };
     void Write(const Order& order) {
-        const int process = process_.Step() ? process_.Int(0) : 0;
-        process_.Reset();
+        if (questions_ == Questions::EachTime || !processNumber_) processNumber_ = AskProcess();
         const int key = orders_.Next();
         order_.Bind(1, key).Bind(2, order.description).Bind(3, "2026-03-02").Bind(4, "2026-03-05");
-        order_.Bind(5, order.origin).Bind(6, order.text).Bind(7, order.asset).Bind(8, process);
+        order_.Bind(5, order.origin).Bind(6, order.text).Bind(7, order.asset).Bind(8, *processNumber_);
         order_.Bind(9, order.assignment).Bind(10, order.keptTask).Run();
         entry_.Bind(1, log_.Next()).Bind(2, key).Bind(3, order.logged).Bind(4, "2026-03-02").Run();
-        WriteMaterials(key, order.task);
-        crew_.Bind(1, order.task).Step();
-        const int men = crew_.Int(0);
-        const double hours = crew_.Real(1);
-        crew_.Reset();
-        labour_.Bind(1, key).Bind(2, men).Bind(3, hours).Run();
-    }
-
-private:
-    void WriteMaterials(int order, int task) {
-        struct Line {
-            std::string description;
-            double cost;
-            double amount;
-        };
-        std::vector<Line> lines;
-        listed_.Bind(1, task);
-        while (listed_.Step())
-            lines.push_back({listed_.Text(1), listed_.Real(2), listed_.Real(3)});
-        listed_.Reset();
-        for (const Line& line : lines) {
-            material_.Bind(1, materials_.Next()).Bind(2, order).Bind(3, static_cast<int>(lines.size()));
-            material_.Bind(4, line.description).Bind(5, line.cost).Bind(6, line.amount).Run();
+        if (questions_ == Questions::Once) {
+            const auto [known, isNew] = tasks_.try_emplace(order.task);
+            if (isNew) known->second = {AskMaterials(order.task), AskLabour(order.task)};
+            WriteMaterials(key, known->second.materials);
+            WriteLabour(key, known->second.labour);
+        } else {
+            WriteMaterials(key, AskMaterials(order.task));
+            WriteLabour(key, AskLabour(order.task));
         }
     }
 
+private:
+    struct Material {
+        std::string description;
+        double cost;
+        double amount;
+    };
+    struct Labour {
+        int men;
+        double hours;
+    };
+    struct Task {
+        std::vector<Material> materials;
+        Labour labour;
+    };
+
+    int AskProcess() {
+        const int process = process_.Step() ? process_.Int(0) : 0;
+        process_.Reset();
+        return process;
+    }
+    std::vector<Material> AskMaterials(int task) {
+        std::vector<Material> materials;
+        listed_.Bind(1, task);
+        while (listed_.Step())
+            materials.push_back({listed_.Text(1), listed_.Real(2), listed_.Real(3)});
+        listed_.Reset();
+        return materials;
+    }
+    Labour AskLabour(int task) {
+        crew_.Bind(1, task).Step();
+        const Labour labour{crew_.Int(0), crew_.Real(1)};
+        crew_.Reset();
+        return labour;
+    }
+    void WriteMaterials(int order, const std::vector<Material>& materials) {
+        for (const Material& each : materials) {
+            material_.Bind(1, materials_.Next()).Bind(2, order).Bind(3, static_cast<int>(materials.size()));
+            material_.Bind(4, each.description).Bind(5, each.cost).Bind(6, each.amount).Run();
+        }
+    }
+    void WriteLabour(int order, const Labour& labour) {
+        labour_.Bind(1, order).Bind(2, labour.men).Bind(3, labour.hours).Run();
+    }
+
+    Questions questions_;
+    std::optional<int> processNumber_;
+    std::unordered_map<int, Task> tasks_;
     Keys orders_;
     Keys log_;
     Keys materials_;
@@ -117,10 +154,10 @@ const char* const kMeterRows =
 
 }  // namespace
 
-int LaunchOrders(const Database& database) {
+int LaunchOrders(const Database& database, Questions questions) {
     const std::vector<ActiveRow> rows = ActiveRows(database);
     database.Run("BEGIN IMMEDIATE");
-    OrderStream stream(database);
+    OrderStream stream(database, questions);
     stream.Begin();
     Prepared book(database, kBooking);
     int orders = 0;
@@ -136,7 +173,7 @@ int LaunchOrders(const Database& database) {
     return orders;
 }
 
-int GenerateMeterOrders(const Database& database) {
+int GenerateMeterOrders(const Database& database, Questions questions) {
     struct Asset {
         std::string key;
         int reading;
@@ -147,7 +184,7 @@ int GenerateMeterOrders(const Database& database) {
                  " ID_Activo");
     while (all.Step())
         assets.push_back({all.Text(0), all.Int(1)});
-    OrderStream stream(database);
+    OrderStream stream(database, questions);
     Prepared select(database, kMeterRows);
     Prepared begin(database, "BEGIN IMMEDIATE");
     Prepared commit(database, "COMMIT");

@@ -31,11 +31,14 @@ std::vector<ActiveRow> ActiveRows(const Database& database);
 /// A launch of all weekly assignments into bulletins; gives their number.
 int LaunchBulletins(const Database& database, Keys::Way way);
 
+/// What an order wants to know of its task, and which process there is: asked for each order, or once a task and run.
+enum class Questions { EachTime, Once };
+
 /// The same into work orders with their materials and labour, keys counted in memory.
-int LaunchOrders(const Database& database);
+int LaunchOrders(const Database& database, Questions questions);
 
 /// Work orders of all meter assignments, a transaction an asset, keys counted in memory; gives their number.
-int GenerateMeterOrders(const Database& database);
+int GenerateMeterOrders(const Database& database, Questions questions);
 
 /// So many readings of a plant's assets in turn, in one transaction, keys counted in memory.
 void EnterReadings(const Database& database, int readings, const std::vector<std::string>& assets);
