@@ -227,6 +227,10 @@ Date Regional::ToDate(std::string_view text) const {
 
 namespace {
 
+std::string InStatement(std::string_view text, const std::optional<Date>& date) {
+    return date ? SqlDate(*date) : std::string(text);
+}
+
 /// Texts that were read as dates of late: the rows of a run tell the same few days again and again.
 class KnownDates {
 public:
@@ -237,15 +241,17 @@ public:
         std::string inStatement;
     };
 
-    const Entry& Find(std::string_view text, const Regional& regional) {
-        const bool kept = text.size() >= kShortest && text.size() <= kLongest;
-        Entry& entry = kept ? entries_[PlaceOf(text)] : passing_;
-        if (kept && entry.text == text) return entry;
-        entry.text.clear();
-        entry.date = regional.Read(text);
-        entry.inStatement = entry.date ? SqlDate(*entry.date) : std::string(text);
-        entry.text = text;
-        return entry;
+    /// None for a text that is shorter or longer than dates are mostly written.
+    const Entry* Find(std::string_view text, const Regional& regional) {
+        if (text.size() < kShortest || text.size() > kLongest) return nullptr;
+        Entry& entry = entries_[PlaceOf(text)];
+        if (entry.text != text) {
+            entry.text.clear();
+            entry.date = regional.Read(text);
+            entry.inStatement = InStatement(text, entry.date);
+            entry.text = text;
+        }
+        return &entry;
     }
 
 private:
@@ -262,7 +268,6 @@ private:
 
     static constexpr int kBits = 4;
     std::array<Entry, 1 << kBits> entries_;
-    Entry passing_;
 };
 
 struct Settings {
@@ -275,11 +280,6 @@ Settings& CurrentSettings() {
     const std::string form = CurrentPlatform().ShortDateForm();
     if (form != settings.regional.ShortDateForm()) settings = {Regional(form), {}};
     return settings;
-}
-
-const KnownDates::Entry& KnownDate(std::string_view text) {
-    Settings& settings = CurrentSettings();
-    return settings.dates.Find(text, settings.regional);
 }
 
 }  // namespace
@@ -308,12 +308,16 @@ std::string SqlDate(Date date) {
     return text.Text();
 }
 
-std::string SqlDate(std::string_view text) { return KnownDate(text).inStatement; }
+std::string SqlDate(std::string_view text) {
+    auto& [regional, dates] = CurrentSettings();
+    const KnownDates::Entry* const known = dates.Find(text, regional);
+    return known != nullptr ? known->inStatement : InStatement(text, regional.Read(text));
+}
 
 Date ToDate(std::string_view text) {
-    const std::optional<Date>& date = KnownDate(text).date;
-    if (!date) Raise(RunTimeError::TypeMismatch);
-    return *date;
+    auto& [regional, dates] = CurrentSettings();
+    const KnownDates::Entry* const known = dates.Find(text, regional);
+    return known != nullptr && known->date ? *known->date : regional.ToDate(text);
 }
 
 }  // namespace Zontara
