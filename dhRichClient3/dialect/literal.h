@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -30,93 +31,92 @@ struct Literal {
 
 namespace reading {
 
-inline constexpr std::size_t kMostExactDigits = 15;
+inline constexpr std::ptrdiff_t kMostExactDigits = 15;
 inline constexpr double kUnits[] = {1, 10, 100, 1000};
 
 /// Behind the digits that stand at a place. They are put behind those of a number, which wraps round when there are too
 /// many.
-inline std::size_t TakeDigits(std::string_view text, std::size_t at, std::uint64_t& number) {
-    for (; at < text.size() && IsDigit(text[at]); ++at)
-        number = number * 10 + static_cast<std::uint64_t>(text[at] - '0');
+inline const char* TakeDigits(const char* at, const char* end, std::uint64_t& number) {
+    for (; at != end && IsDigit(*at); ++at)
+        number = number * 10 + static_cast<std::uint64_t>(*at - '0');
     return at;
 }
 
-inline bool TakeString(std::string_view text, std::size_t& at, Literal& literal) {
-    if (text[at] != '\'') return false;
+inline std::string_view Between(const char* begin, const char* end) {
+    return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+inline const char* TakeString(const char* at, const char* end, Literal& literal) {
+    if (*at != '\'') return nullptr;
     literal.kind = TokenKind::String;
     literal.doubled = false;
-    const std::size_t begin = ++at;
+    const char* const begin = ++at;
     for (;; at += 2) {
-        at = text.find('\'', at);
-        if (at == std::string_view::npos) return false;
-        if (at + 1 == text.size() || text[at + 1] != '\'') break;
+        at = static_cast<const char*>(std::memchr(at, '\'', static_cast<std::size_t>(end - at)));
+        if (at == nullptr) return nullptr;
+        if (at + 1 == end || at[1] != '\'') break;
         literal.doubled = true;
     }
-    literal.text = text.substr(begin, at - begin);
-    ++at;
-    return true;
+    literal.text = Between(begin, at);
+    return at + 1;
 }
 
-inline bool KeepInteger(std::string_view digits, std::uint64_t number, Literal& literal) {
+/// A whole number that was read up to a place.
+inline const char* KeepInteger(const char* begin, const char* end, std::uint64_t number, Literal& literal) {
     literal.kind = TokenKind::Integer;
-    literal.text = digits;
+    literal.text = Between(begin, end);
     literal.whole = static_cast<std::int64_t>(number);
-    return !digits.empty() && digits.size() <= kLongestInteger;
+    return begin != end && literal.text.size() <= kLongestInteger ? end : nullptr;
 }
 
-inline bool TakeInteger(std::string_view text, std::size_t& at, Literal& literal) {
-    const std::size_t begin = at;
+inline const char* TakeInteger(const char* begin, const char* end, Literal& literal) {
     std::uint64_t number = 0;
-    at = TakeDigits(text, begin, number);
-    return KeepInteger(text.substr(begin, at - begin), number, literal);
+    const char* const at = TakeDigits(begin, end, number);
+    return KeepInteger(begin, at, number, literal);
 }
 
-inline bool TakeNumber(std::string_view text, std::size_t& at, Literal& literal) {
-    const std::size_t begin = at;
-    std::uint64_t digits = 0;
-    at = TakeDigits(text, begin, digits);
-    std::size_t count = at - begin;
-    std::size_t decimals = 0;
-    bool exact = false;
-    const bool point = at < text.size() && text[at] == '.';
-    if (point) {
-        const std::size_t end = TakeDigits(text, at + 1, digits);
-        decimals = end - at - 1;
-        count += decimals;
-        at = end;
+inline const char* TakeNumber(const char* begin, const char* end, Literal& literal) {
+    std::uint64_t number = 0;
+    const char* at = TakeDigits(begin, end, number);
+    const bool exponent = at != end && (*at == 'e' || *at == 'E');
+    if (!exponent && (at == end || *at != '.')) return KeepInteger(begin, at, number, literal);
+    std::ptrdiff_t digits = at - begin;
+    std::ptrdiff_t decimals = 0;
+    if (!exponent) {
+        const char* const point = at;
+        at = TakeDigits(point + 1, end, number);
+        decimals = at - point - 1;
+        digits += decimals;
     }
-    if (count == 0) return false;
-    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
-        const bool sign = at + 1 < text.size() && (text[at + 1] == '+' || text[at + 1] == '-');
-        const std::size_t exponent = at + (sign ? 2 : 1);
-        at = TakeDigits(text, exponent, digits);
-        if (at == exponent) return false;
-    } else if (!point) {
-        return KeepInteger(text.substr(begin, at - begin), digits, literal);
-    } else if (count <= kMostExactDigits && decimals < std::size(kUnits)) {
-        exact = true;
-        literal.decimal = static_cast<double>(digits) / kUnits[decimals];
-    }
+    if (digits == 0) return nullptr;
     literal.kind = TokenKind::Decimal;
-    literal.exact = exact;
-    literal.text = text.substr(begin, at - begin);
-    return true;
+    literal.exact = digits <= kMostExactDigits && decimals < static_cast<std::ptrdiff_t>(std::size(kUnits));
+    if (literal.exact) literal.decimal = static_cast<double>(number) / kUnits[decimals];
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        literal.exact = false;
+        const bool sign = at + 1 != end && (at[1] == '+' || at[1] == '-');
+        const char* const power = at + (sign ? 2 : 1);
+        at = TakeDigits(power, end, number);
+        if (at == power) return nullptr;
+    }
+    literal.text = Between(begin, at);
+    return at;
 }
 
 }  // namespace reading
 
-/// Reads the literal of a kind that begins at a place of a text, and moves the place behind it: a string, a short whole
-/// number, or where a decimal number is looked for one of both kinds, which then is the literal's. False when there is
-/// none; the place and the literal say nothing then.
-inline bool TakeLiteral(TokenKind kind, std::string_view text, std::size_t& at, Literal& literal) {
-    if (at >= text.size()) return false;
+/// Reads the literal of a kind that begins at a place of a text and gives the place behind it: a string, a short whole
+/// number, or where a decimal number is looked for one of both kinds, which then is the literal's. Null when there is
+/// none; the literal says nothing then.
+inline const char* TakeLiteral(TokenKind kind, const char* at, const char* end, Literal& literal) {
+    if (at == end) return nullptr;
     switch (kind) {
         case TokenKind::String:
-            return reading::TakeString(text, at, literal);
+            return reading::TakeString(at, end, literal);
         case TokenKind::Integer:
-            return reading::TakeInteger(text, at, literal);
+            return reading::TakeInteger(at, end, literal);
         default:
-            return reading::TakeNumber(text, at, literal);
+            return reading::TakeNumber(at, end, literal);
     }
 }
 

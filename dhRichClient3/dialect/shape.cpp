@@ -34,25 +34,27 @@ Shape::Shape(std::string_view text, const std::vector<Token>& lifted, bool flags
 bool Shape::Matches(std::string_view text, std::vector<Literal>& literals) const {
     if (literals.size() < cuts_.size()) literals.resize(cuts_.size());
     Literal* literal = literals.data();
-    std::size_t at = 0;
+    const char* at = text.data();
+    const char* const end = at + text.size();
     std::size_t done = 0;
-    const auto agrees = [&](std::size_t end) {
-        const std::size_t length = end - done;
-        if (text.size() - at < length) return false;
+    const auto agrees = [&](std::size_t upTo) {
+        const std::size_t length = upTo - done;
+        if (static_cast<std::size_t>(end - at) < length) return false;
         const char* const ours = rest_.data() + done;
-        const char* const theirs = text.data() + at;
-        at += length;
-        done = end;
         // Between literals there is mostly a comma and perhaps quotes.
-        if (length > 0 && *ours != *theirs) return false;
-        return length <= 1 || std::memcmp(ours, theirs, length) == 0;
+        if (length > 0 && *ours != *at) return false;
+        if (length > 1 && std::memcmp(ours, at, length) != 0) return false;
+        at += length;
+        done = upTo;
+        return true;
     };
-    for (const auto& [end, kind] : cuts_) {
-        if (!agrees(end) || !TakeLiteral(kind, text, at, *literal)) return false;
-        if (flagsDiffer_ && literal->IsFlag()) return false;
+    for (const auto& [upTo, kind] : cuts_) {
+        if (!agrees(upTo)) return false;
+        at = TakeLiteral(kind, at, end, *literal);
+        if (at == nullptr || (flagsDiffer_ && literal->IsFlag())) return false;
         ++literal;
     }
-    return agrees(rest_.size()) && at == text.size();
+    return agrees(rest_.size()) && at == end;
 }
 
 std::string Shape::Text() const {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace dhRichClient3::dialect {
 namespace {
@@ -15,6 +16,16 @@ struct LiteralCase {
     std::string taken;
     std::string left;
 };
+
+/// The literal at the head of a text, and what is left of the text; no rest if there is none.
+std::pair<Literal, std::optional<std::string>> Taken(TokenKind kind, const std::string& text) {
+    std::pair<Literal, std::optional<std::string>> taken;
+    const char* const end = text.data() + text.size();
+    if (const char* const behind = TakeLiteral(kind, text.data(), end, taken.first)) {
+        taken.second = std::string(behind, end);
+    }
+    return taken;
+}
 
 TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
     const LiteralCase cases[] = {
@@ -32,11 +43,10 @@ TEST(LiteralTest, IsTakenFromTheHeadOfATextAndNoFurther) {
         {TokenKind::Decimal, "1.5e+3x", "1.5e+3", "x"},
     };
     for (const LiteralCase& each : cases) {
-        std::size_t at = 0;
-        Literal literal;
-        ASSERT_TRUE(TakeLiteral(each.kind, each.text, at, literal)) << each.text;
+        const auto [literal, left] = Taken(each.kind, each.text);
+        ASSERT_TRUE(left) << each.text;
         EXPECT_EQ(literal.text, each.taken);
-        EXPECT_EQ(each.text.substr(at), each.left);
+        EXPECT_EQ(*left, each.left);
     }
 }
 
@@ -55,11 +65,8 @@ TEST(LiteralTest, IsNoneWhereNothingOfItsKindBegins) {
         {TokenKind::Decimal, "-1.5", {}, {}},
         {TokenKind::Decimal, "e5", {}, {}},
     };
-    for (const LiteralCase& each : cases) {
-        std::size_t at = 0;
-        Literal literal;
-        EXPECT_FALSE(TakeLiteral(each.kind, each.text, at, literal)) << each.text;
-    }
+    for (const LiteralCase& each : cases)
+        EXPECT_FALSE(Taken(each.kind, each.text).second) << each.text;
 }
 
 TEST(LiteralTest, KnowsItsValueWhereEveryReaderGetsTheSame) {
@@ -73,21 +80,15 @@ TEST(LiteralTest, KnowsItsValueWhereEveryReaderGetsTheSame) {
         {"1.5e3", std::nullopt},
     };
     for (const auto& [text, value] : cases) {
-        std::size_t at = 0;
-        Literal literal;
-        ASSERT_TRUE(TakeLiteral(TokenKind::Decimal, text, at, literal));
+        const Literal literal = Taken(TokenKind::Decimal, text).first;
         EXPECT_EQ(literal.exact ? std::optional(literal.decimal) : std::nullopt, value) << text;
     }
-    std::size_t at = 0;
-    Literal whole;
-    ASSERT_TRUE(TakeLiteral(TokenKind::Integer, "00123456789012345", at, whole));
-    EXPECT_EQ(whole.whole, 123456789012345);
+    EXPECT_EQ(Taken(TokenKind::Integer, "00123456789012345").first.whole, 123456789012345);
 }
 
 TEST(LiteralTest, DoubledQuotesMeanOne) {
-    std::size_t at = 0;
-    Literal literal;
-    ASSERT_TRUE(TakeLiteral(TokenKind::String, "'it''s ''it'''", at, literal));
+    const std::string text = "'it''s ''it'''";
+    const Literal literal = Taken(TokenKind::String, text).first;
     EXPECT_TRUE(literal.doubled);
     EXPECT_EQ(WithSingleQuotes(literal.text), "it's 'it'");
 }
