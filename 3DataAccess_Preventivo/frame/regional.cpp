@@ -266,7 +266,7 @@ private:
         return ((head * 31 + tail) * 0x9E3779B97F4A7C15) >> (64 - kBits);
     }
 
-    static constexpr int kBits = 4;
+    static constexpr int kBits = 6;
     std::array<Entry, 1 << kBits> entries_;
 };
 
